@@ -1,0 +1,60 @@
+#!/usr/bin/env bash
+# SPDX-License-Identifier: LicenseRef-ZYL-Proprietary
+# Sets up a Debian 12 machine for the project and builds it.
+#   tools/dev.sh test     install what is missing, build, run every test
+#   tools/dev.sh studio   install what is missing, build, start the studio on the demo ply
+#   tools/dev.sh build    install what is missing and build
+# BUILD_DIR (default: build) and BUILD_TYPE (default: Release) may be set in the environment.
+set -euo pipefail
+
+here=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+build=${BUILD_DIR:-$here/build}
+type=${BUILD_TYPE:-Release}
+
+packages=(
+    build-essential cmake ninja-build ccache pkg-config
+    qt6-base-dev qt6-base-dev-tools libqt6opengl6-dev qt6-svg-dev qt6-l10n-tools libgl-dev
+    libeigen3-dev libsimdjson-dev
+    xvfb xauth
+)
+
+install_missing() {
+    local missing=()
+    for p in "${packages[@]}"; do
+        dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")
+    done
+    [ ${#missing[@]} -eq 0 ] && return 0
+    echo "Installing: ${missing[*]}"
+    local sudo=()
+    [ "$(id -u)" -eq 0 ] || sudo=(sudo)
+    export DEBIAN_FRONTEND=noninteractive
+    "${sudo[@]}" apt-get update -qq
+    "${sudo[@]}" apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
+}
+
+build_all() {
+    cmake -S "$here" -B "$build" -G Ninja -DCMAKE_BUILD_TYPE="$type" >/dev/null
+    cmake --build "$build" -j "$(nproc)"
+}
+
+case "${1:-}" in
+    test)
+        install_missing
+        build_all
+        ctest --test-dir "$build" --output-on-failure -j "$(nproc)"
+        ;;
+    studio)
+        install_missing
+        build_all
+        shift
+        exec "$build/bin/zylstudio" "$@"
+        ;;
+    build)
+        install_missing
+        build_all
+        ;;
+    *)
+        sed -n '3,8p' "$0" | sed 's/^# \{0,1\}//'
+        exit 2
+        ;;
+esac
