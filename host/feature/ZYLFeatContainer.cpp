@@ -1,0 +1,403 @@
+// SPDX-License-Identifier: LicenseRef-ZYL-Proprietary
+#include "ZYLFeatContainer.h"
+
+#include "ZYLFeatChange.h"
+#include "ZYLFeatObject.h"
+#include "ZYLFeatTransaction.h"
+
+#include "ZYLSysException.h"
+
+#include <QPointer>
+
+#include <algorithm>
+#include <vector>
+
+struct ZYLFeatContainer::Data {
+    std::vector<ZYLFeatObject *> features;
+    std::vector<std::unique_ptr<ZYLFeatTransaction>> open; // outermost first
+    std::vector<std::unique_ptr<ZYLFeatTransaction>> undo; // oldest first
+    std::vector<std::unique_ptr<ZYLFeatTransaction>> redo; // next to redo last
+    // Entries discarded while a signal carrying a transaction is being delivered; deleted
+    // once the emission is over so that no slot sees a dangling argument.
+    std::vector<std::unique_ptr<ZYLFeatTransaction>> retired;
+    int limit = 100;
+    int busy = 0;
+    int emitting = 0;
+    bool featuresDirty = false;
+};
+
+// Marks changes being applied: no transaction operation may start and no signal is emitted
+// until the scope ends.
+class ZYLFeatContainer::BusyScope {
+public:
+    explicit BusyScope(ZYLFeatContainer *container) : m_data(container->d.get()) { ++m_data->busy; }
+    ~BusyScope() { --m_data->busy; }
+    BusyScope(const BusyScope &) = delete;
+    BusyScope &operator=(const BusyScope &) = delete;
+
+private:
+    Data *m_data;
+};
+
+// Marks an emission; retired transactions are deleted when the outermost one ends. A slot
+// may delete the container, hence the guard.
+class ZYLFeatContainer::EmitScope {
+public:
+    explicit EmitScope(ZYLFeatContainer *container) : m_container(container) { ++container->d->emitting; }
+    ~EmitScope()
+    {
+        if (m_container && --m_container->d->emitting == 0)
+            m_container->d->retired.clear();
+    }
+    EmitScope(const EmitScope &) = delete;
+    EmitScope &operator=(const EmitScope &) = delete;
+    bool IsAlive() const { return !m_container.isNull(); }
+
+private:
+    QPointer<ZYLFeatContainer> m_container;
+};
+
+// Adding or removing a feature. The change holds a reference on the feature for as long as
+// it lives, so a removed feature stays alive at its address while it can come back.
+class ZYLFeatContainer::FeatureChange final : public ZYLFeatChange {
+public:
+    FeatureChange(ZYLFeatContainer *container, ZYLFeatObject *feature, qsizetype index, bool add)
+        : m_container(container), m_feature(feature), m_index(index), m_add(add)
+    {
+        m_feature->AddReference();
+    }
+    ~FeatureChange() override { m_feature->RemoveReference(); }
+
+    void Undo() override { m_add ? TakeOut() : PutIn(); }
+    void Redo() override { m_add ? PutIn() : TakeOut(); }
+
+private:
+    void PutIn()
+    {
+        auto &features = m_container->d->features;
+        features.insert(features.begin() + m_index, m_feature);
+        m_feature->AddReference();
+        SetFeatureContainer(m_feature, m_container);
+        m_container->NotifyFeaturesChanged();
+    }
+    void TakeOut()
+    {
+        auto &features = m_container->d->features;
+        features.erase(features.begin() + m_index);
+        SetFeatureContainer(m_feature, nullptr);
+        // Never the last reference: this change holds one.
+        m_feature->RemoveReference();
+        m_container->NotifyFeaturesChanged();
+    }
+
+    ZYLFeatContainer *m_container;
+    ZYLFeatObject *m_feature;
+    qsizetype m_index;
+    bool m_add;
+};
+
+ZYLFeatContainer::ZYLFeatContainer(QObject *parent) : QObject(parent), d(std::make_unique<Data>())
+{
+}
+
+ZYLFeatContainer::~ZYLFeatContainer()
+{
+    BusyScope busy(this);
+    while (!d->open.empty()) {
+        try {
+            d->open.back()->UndoChanges();
+        } catch (const std::exception &e) {
+            qCritical("ZYLFeatContainer: rolling back \"%s\" at destruction failed: %s",
+                      qUtf8Printable(d->open.back()->GetName()), e.what());
+        }
+        d->open.back()->Close();
+        d->open.pop_back();
+    }
+    // Newest first, the reverse of how the entries were made.
+    for (auto &entry : d->redo)
+        entry.reset();
+    while (!d->undo.empty())
+        d->undo.pop_back();
+    d->retired.clear();
+    for (ZYLFeatObject *feature : d->features) {
+        SetFeatureContainer(feature, nullptr);
+        feature->RemoveReference();
+    }
+}
+
+void ZYLFeatContainer::SetFeatureContainer(ZYLFeatObject *feature, ZYLFeatContainer *container)
+{
+    feature->m_container = container;
+}
+
+void ZYLFeatContainer::CheckNotBusy(const char *operation) const
+{
+    if (d->busy)
+        throw ZYLSysException(tr("Cannot %1 while changes are being applied.").arg(tr(operation)));
+}
+
+ZYLFeatTransaction *ZYLFeatContainer::RequireOpenTransaction(const char *operation) const
+{
+    CheckNotBusy(operation);
+    if (d->open.empty())
+        throw ZYLSysException(tr("Cannot %1: there is no open transaction.").arg(tr(operation)));
+    return d->open.back().get();
+}
+
+void ZYLFeatContainer::CheckHistoryUsable(const char *operation) const
+{
+    CheckNotBusy(operation);
+    if (!d->open.empty())
+        throw ZYLSysException(tr("Cannot %1 while the transaction \"%2\" is open.")
+                                  .arg(tr(operation), d->open.front()->GetName()));
+}
+
+void ZYLFeatContainer::AddFeature(ZYLFeatObject *feature)
+{
+    if (!feature)
+        throw ZYLSysException(tr("Cannot add a null feature."));
+    if (feature->GetContainer())
+        throw ZYLSysException(tr("The feature \"%1\" is already in a container.").arg(feature->GetName()));
+    RecordFeatureChange(std::make_unique<FeatureChange>(this, feature, qsizetype(d->features.size()), true));
+}
+
+void ZYLFeatContainer::RemoveFeature(ZYLFeatObject *feature)
+{
+    if (!feature)
+        throw ZYLSysException(tr("Cannot remove a null feature."));
+    const auto it = std::find(d->features.begin(), d->features.end(), feature);
+    if (it == d->features.end())
+        throw ZYLSysException(tr("The feature \"%1\" is not in this container.").arg(feature->GetName()));
+    RecordFeatureChange(std::make_unique<FeatureChange>(this, feature, it - d->features.begin(), false));
+}
+
+void ZYLFeatContainer::RecordFeatureChange(std::unique_ptr<FeatureChange> change)
+{
+    if (d->open.empty())
+        throw ZYLSysException(tr("Changing the features outside a transaction"));
+    ZYLFeatTransaction *transaction = RequireOpenTransaction(QT_TR_NOOP("change the features"));
+    {
+        // The signal waits until the change is safely kept in the transaction.
+        BusyScope busy(this);
+        transaction->Record(std::move(change));
+    }
+    EmitPendingFeaturesChanged();
+}
+
+QList<ZYLFeatObject *> ZYLFeatContainer::GetFeatures() const
+{
+    return QList<ZYLFeatObject *>(d->features.begin(), d->features.end());
+}
+
+void ZYLFeatContainer::NotifyFeaturesChanged()
+{
+    if (d->busy)
+        d->featuresDirty = true;
+    else
+        emit FeaturesChanged();
+}
+
+void ZYLFeatContainer::EmitPendingFeaturesChanged()
+{
+    if (!d->featuresDirty)
+        return;
+    d->featuresDirty = false;
+    emit FeaturesChanged();
+}
+
+ZYLFeatTransaction *ZYLFeatContainer::OpenTransaction(const QString &name)
+{
+    CheckNotBusy(QT_TR_NOOP("open a transaction"));
+    ZYLFeatTransaction *parent = d->open.empty() ? nullptr : d->open.back().get();
+    d->open.reserve(d->open.size() + 1);
+    d->open.push_back(std::unique_ptr<ZYLFeatTransaction>(new ZYLFeatTransaction(this, name, parent)));
+    ZYLFeatTransaction *transaction = d->open.back().get();
+    if (!parent)
+        emit HistoryChanged();
+    return transaction;
+}
+
+void ZYLFeatContainer::CommitTransaction()
+{
+    ZYLFeatTransaction *transaction = RequireOpenTransaction(QT_TR_NOOP("commit a transaction"));
+    if (ZYLFeatTransaction *parent = transaction->GetParentTransaction()) {
+        parent->TakeChangesOf(*transaction);
+        transaction->Close();
+        Retire(std::move(d->open.back()));
+        d->open.pop_back();
+        return;
+    }
+    const bool keep = transaction->GetNumChanges() > 0;
+    if (keep)
+        d->undo.reserve(d->undo.size() + 1);
+    transaction->Close();
+    std::unique_ptr<ZYLFeatTransaction> committed = std::move(d->open.back());
+    d->open.pop_back();
+    if (keep) {
+        DiscardRedo();
+        d->undo.push_back(std::move(committed));
+        TrimToLimit();
+    } else {
+        Retire(std::move(committed));
+    }
+    emit HistoryChanged();
+}
+
+void ZYLFeatContainer::AbortTransaction()
+{
+    ZYLFeatTransaction *transaction = RequireOpenTransaction(QT_TR_NOOP("abort a transaction"));
+    {
+        BusyScope busy(this);
+        transaction->UndoChanges();
+    }
+    const bool topLevel = !transaction->GetParentTransaction();
+    transaction->Close();
+    Retire(std::move(d->open.back()));
+    d->open.pop_back();
+    QPointer<ZYLFeatContainer> self(this);
+    EmitPendingFeaturesChanged();
+    if (self && topLevel)
+        emit HistoryChanged();
+}
+
+bool ZYLFeatContainer::HasOpenTransaction() const
+{
+    return !d->open.empty();
+}
+
+ZYLFeatTransaction *ZYLFeatContainer::GetOpenTransaction() const
+{
+    return d->open.empty() ? nullptr : d->open.back().get();
+}
+
+void ZYLFeatContainer::Undo()
+{
+    CheckHistoryUsable(QT_TR_NOOP("undo"));
+    if (d->undo.empty())
+        throw ZYLSysException(tr("There is nothing to undo."));
+    d->redo.reserve(d->redo.size() + 1);
+    ZYLFeatTransaction *transaction = d->undo.back().get();
+    {
+        BusyScope busy(this);
+        transaction->UndoChanges();
+    }
+    d->redo.push_back(std::move(d->undo.back()));
+    d->undo.pop_back();
+
+    EmitScope emitting(this);
+    EmitPendingFeaturesChanged();
+    if (emitting.IsAlive())
+        emit TransactionRolledBackard(transaction);
+    if (emitting.IsAlive())
+        emit HistoryChanged();
+}
+
+void ZYLFeatContainer::Redo()
+{
+    CheckHistoryUsable(QT_TR_NOOP("redo"));
+    if (d->redo.empty())
+        throw ZYLSysException(tr("There is nothing to redo."));
+    d->undo.reserve(d->undo.size() + 1);
+    ZYLFeatTransaction *transaction = d->redo.back().get();
+    {
+        BusyScope busy(this);
+        transaction->RedoChanges();
+    }
+    d->undo.push_back(std::move(d->redo.back()));
+    d->redo.pop_back();
+
+    EmitScope emitting(this);
+    EmitPendingFeaturesChanged();
+    if (emitting.IsAlive())
+        emit TransactionRolledForward(transaction);
+    if (emitting.IsAlive())
+        emit HistoryChanged();
+}
+
+bool ZYLFeatContainer::CanUndo() const
+{
+    return !d->busy && d->open.empty() && !d->undo.empty();
+}
+
+bool ZYLFeatContainer::CanRedo() const
+{
+    return !d->busy && d->open.empty() && !d->redo.empty();
+}
+
+QString ZYLFeatContainer::GetUndoName() const
+{
+    return d->undo.empty() ? QString() : d->undo.back()->GetName();
+}
+
+QString ZYLFeatContainer::GetRedoName() const
+{
+    return d->redo.empty() ? QString() : d->redo.back()->GetName();
+}
+
+int ZYLFeatContainer::GetUndoCount() const
+{
+    return int(d->undo.size());
+}
+
+int ZYLFeatContainer::GetRedoCount() const
+{
+    return int(d->redo.size());
+}
+
+void ZYLFeatContainer::SetHistoryLimit(int limit)
+{
+    if (limit < 0)
+        throw ZYLSysException(tr("The history limit must not be negative (got %1).").arg(limit));
+    CheckNotBusy(QT_TR_NOOP("change the history limit"));
+    d->limit = limit;
+    if (TrimToLimit())
+        emit HistoryChanged();
+}
+
+int ZYLFeatContainer::GetHistoryLimit() const
+{
+    return d->limit;
+}
+
+void ZYLFeatContainer::ClearHistory()
+{
+    CheckNotBusy(QT_TR_NOOP("clear the history"));
+    if (d->undo.empty() && d->redo.empty())
+        return;
+    DiscardRedo();
+    while (!d->undo.empty()) {
+        Retire(std::move(d->undo.back()));
+        d->undo.pop_back();
+    }
+    emit HistoryChanged();
+}
+
+void ZYLFeatContainer::Retire(std::unique_ptr<ZYLFeatTransaction> transaction)
+{
+    if (d->emitting) {
+        // Growing this list may fail; then the entry goes at once, as outside an emission.
+        try {
+            d->retired.push_back(std::move(transaction));
+        } catch (...) {
+        }
+    }
+}
+
+void ZYLFeatContainer::DiscardRedo()
+{
+    // The entry redone last was made last: delete the farthest future first.
+    for (auto &entry : d->redo)
+        Retire(std::move(entry));
+    d->redo.clear();
+}
+
+bool ZYLFeatContainer::TrimToLimit()
+{
+    if (int(d->undo.size()) <= d->limit)
+        return false;
+    const auto excess = d->undo.size() - size_t(d->limit);
+    for (size_t i = 0; i < excess; ++i)
+        Retire(std::move(d->undo[i]));
+    d->undo.erase(d->undo.begin(), d->undo.begin() + qsizetype(excess));
+    return true;
+}
