@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: LicenseRef-ZYL-Proprietary
+#pragma once
+
+#include "ZYLCommonUIExport.h"
+
+#include <QSortFilterProxyModel>
+
+#include <functional>
+#include <memory>
+
+class ZYLSysVariantFilter;
+
+/// A sort-filter proxy that keeps the rows whose key cell passes a comparison.
+///
+/// The comparison is a function of the cell value and a `ZYLSysVariantFilter`. For every
+/// source row the proxy reads the cell in `filterKeyColumn()` with `filterRole()` and keeps
+/// the row when the function returns true for it; with `filterKeyColumn() == -1` a row is
+/// kept when any of its cells passes. Without a function (an empty `std::function`, the
+/// initial state) `DefaultVariantFilterFunction` compares the cells, so an empty function
+/// with a default-constructed filter keeps every row. The regular expression filter of the
+/// base class still applies on top when one is set.
+///
+/// Setting the function or the filter re-filters at once. The per-row path reads one value
+/// from the source model and calls the function with the stored filter, with no allocation
+/// of its own, so that tables of a million rows filter quickly.
+class ZYLCOMMONUI_EXPORT ZYLCmnFilterProxyModel : public QSortFilterProxyModel {
+    Q_OBJECT
+public:
+    using FilterFunction = std::function<bool(const QVariant &cell, const ZYLSysVariantFilter &filter)>;
+
+    explicit ZYLCmnFilterProxyModel(QObject *parent = nullptr);
+    ~ZYLCmnFilterProxyModel() override;
+
+    /// Sets the comparison of a cell against the filter; an empty function restores
+    /// `DefaultVariantFilterFunction`. Re-filters the rows.
+    void SetFilterFunction(FilterFunction function);
+    /// Sets the filter handed to the comparison with every cell. Re-filters the rows.
+    void SetVariantFilter(const ZYLSysVariantFilter &filter);
+    /// Returns the filter set last (a default-constructed one initially).
+    const ZYLSysVariantFilter &GetVariantFilter() const;
+
+    /// Returns whether `cell` passes `filter`, as the filter itself decides
+    /// (`ZYLSysVariantFilter::Accepts`) for all comparison and filter types.
+    static bool DefaultVariantFilterFunction(const QVariant &cell, const ZYLSysVariantFilter &filter);
+
+protected:
+    bool filterAcceptsRow(int sourceRow, const QModelIndex &sourceParent) const override;
+
+private:
+    struct Data;
+    std::unique_ptr<Data> d;
+};

@@ -1,0 +1,242 @@
+// SPDX-License-Identifier: LicenseRef-ZYL-Proprietary
+#include "ZYLCmnFilterProxyModel.h"
+
+#include "ZYLSysLocalizationManager.h"
+#include "ZYLSysUnits.h"
+#include "ZYLSysValue.h"
+#include "ZYLSysVariantFilter.h"
+
+#include <QStandardItemModel>
+#include <QTest>
+
+namespace {
+
+constexpr int kValueRole = 256;
+constexpr double kTextTolerance = 2.220446049250313e-16;
+constexpr double kNumberTolerance = 1e-07;
+
+enum Column { NumberColumn, TextColumn, TowsColumn, LengthColumn, ColumnCount };
+
+struct Row {
+    double number;
+    const char *text;
+    const char *tows;
+    double lengthMm;
+};
+
+// A small table as the info panel builds it: numbers, names, tow lists, and lengths shown as
+// text with the quantity itself under role 256.
+const Row kRows[] = {
+    {10.0, "Alpha", "1-4", 25.4},
+    {20.5, "beta", "2,5", 10.0},
+    {-3.0, "Gamma ray", "", 100.0},
+    {20.50000005, "delta", "1-8", 0.0},
+    {1000.0, "alphabet", "3", 50.8},
+};
+
+QStandardItemModel *MakeModel(QObject *parent)
+{
+    auto *model = new QStandardItemModel(0, ColumnCount, parent);
+    for (const Row &row : kRows) {
+        QList<QStandardItem *> items;
+        auto *number = new QStandardItem;
+        number->setData(row.number, Qt::DisplayRole);
+        number->setData(-row.number, kValueRole);
+        items << number << new QStandardItem(QString::fromUtf8(row.text))
+              << new QStandardItem(QString::fromUtf8(row.tows));
+        const ZYLSysValue length(ZYLSysValue::Length, row.lengthMm);
+        auto *lengthItem = new QStandardItem(length.ToString());
+        lengthItem->setData(QVariant::fromValue(length), kValueRole);
+        items << lengthItem;
+        model->appendRow(items);
+    }
+    return model;
+}
+
+QList<int> SourceRows(const QSortFilterProxyModel &proxy)
+{
+    QList<int> rows;
+    for (int row = 0; row < proxy.rowCount(); ++row)
+        rows << proxy.mapToSource(proxy.index(row, 0)).row();
+    return rows;
+}
+
+// Tow lists as the tow columns show them ("1-4,6"), as a bit set.
+quint64 TowBits(const QString &text)
+{
+    quint64 bits = 0;
+    for (const QString &part : text.split(u',', Qt::SkipEmptyParts)) {
+        const QStringList ends = part.split(u'-');
+        for (int tow = ends.first().toInt(); tow <= ends.last().toInt(); ++tow)
+            bits |= quint64(1) << (tow - 1);
+    }
+    return bits;
+}
+
+} // namespace
+
+class tst_ZYLCmnFilterProxyModel : public QObject {
+    Q_OBJECT
+private slots:
+    void initTestCase();
+    void acceptsAllByDefault();
+    void comparisons_data();
+    void comparisons();
+    void anyColumn();
+    void keyColumnPastTheEnd();
+    void ownFunctionGetsTheFilter();
+    void clearingShowsAllRows();
+};
+
+void tst_ZYLCmnFilterProxyModel::initTestCase()
+{
+    ZYLSysLocalizationManager::GetManager()->SetLocale(QLocale::c());
+    ZYLSysUnits::GetInstance()->RevertToDefaults();
+}
+
+void tst_ZYLCmnFilterProxyModel::acceptsAllByDefault()
+{
+    ZYLCmnFilterProxyModel proxy(nullptr);
+    proxy.setSourceModel(MakeModel(&proxy));
+    proxy.setFilterKeyColumn(TextColumn);
+    QCOMPARE(SourceRows(proxy), (QList<int>{0, 1, 2, 3, 4}));
+}
+
+void tst_ZYLCmnFilterProxyModel::comparisons_data()
+{
+    QTest::addColumn<int>("column");
+    QTest::addColumn<int>("role");
+    QTest::addColumn<QVariant>("base");
+    QTest::addColumn<int>("comparison");
+    QTest::addColumn<int>("type");
+    QTest::addColumn<double>("tolerance");
+    QTest::addColumn<QList<int>>("rows");
+    const int text = ZYLSysVariantFilter::Text, other = ZYLSysVariantFilter::Other;
+    const int display = Qt::DisplayRole;
+
+    // Text columns, case-insensitive.
+    QTest::newRow("begins with") << int(TextColumn) << display << QVariant("alpha") << 0 << text << kTextTolerance
+                                 << QList<int>{0, 4};
+    QTest::newRow("ends with") << int(TextColumn) << display << QVariant("A") << 1 << text << kTextTolerance
+                               << QList<int>{0, 1, 3};
+    QTest::newRow("contains") << int(TextColumn) << display << QVariant("ph") << 2 << text << kTextTolerance
+                              << QList<int>{0, 4};
+    QTest::newRow("does not contain") << int(TextColumn) << display << QVariant("ph") << 3 << text
+                                      << kTextTolerance << QList<int>{1, 2, 3};
+    QTest::newRow("text equal") << int(TextColumn) << display << QVariant("BETA") << 4 << text << kTextTolerance
+                                << QList<int>{1};
+    QTest::newRow("text not equal") << int(TextColumn) << display << QVariant("beta") << 5 << text
+                                    << kTextTolerance << QList<int>{0, 2, 3, 4};
+    QTest::newRow("text greater") << int(TextColumn) << display << QVariant("beta") << 6 << text << kTextTolerance
+                                  << QList<int>{2, 3};
+    QTest::newRow("text less or equal") << int(TextColumn) << display << QVariant("beta") << 9 << text
+                                        << kTextTolerance << QList<int>{0, 1, 4};
+
+    // Numbers, the base typed as text as the panel hands it over, with the number tolerance.
+    QTest::newRow("equal within tolerance") << int(NumberColumn) << display << QVariant("20.5") << 4 << other
+                                            << kNumberTolerance << QList<int>{1, 3};
+    QTest::newRow("not equal") << int(NumberColumn) << display << QVariant("20.5") << 5 << other
+                               << kNumberTolerance << QList<int>{0, 2, 4};
+    QTest::newRow("greater") << int(NumberColumn) << display << QVariant("20.5") << 6 << other
+                             << kNumberTolerance << QList<int>{4};
+    QTest::newRow("greater or equal") << int(NumberColumn) << display << QVariant("20.5") << 7 << other
+                                      << kNumberTolerance << QList<int>{1, 3, 4};
+    QTest::newRow("less") << int(NumberColumn) << display << QVariant(20.5) << 8 << other << kNumberTolerance
+                          << QList<int>{0, 2};
+    QTest::newRow("less or equal") << int(NumberColumn) << display << QVariant(10) << 9 << other
+                                   << kNumberTolerance << QList<int>{0, 2};
+    QTest::newRow("role 256") << int(NumberColumn) << kValueRole << QVariant(0.0) << 6 << other
+                              << kNumberTolerance << QList<int>{2};
+
+    // Tow lists compared as text by the default function.
+    QTest::newRow("tows contain") << int(TowsColumn) << display << QVariant("1-") << 2 << other << 0.0
+                                  << QList<int>{0, 3};
+    QTest::newRow("tows equal") << int(TowsColumn) << display << QVariant("2,5") << 4 << other << 0.0
+                                << QList<int>{1};
+
+    // Quantities: shown text, and the value under role 256; plain numbers are in the display unit.
+    QTest::newRow("shown length equal") << int(LengthColumn) << display << QVariant("1 in") << 4 << other
+                                        << kNumberTolerance << QList<int>{0};
+    QTest::newRow("length greater") << int(LengthColumn) << kValueRole << QVariant(25.4) << 6 << other
+                                    << kNumberTolerance << QList<int>{2, 4};
+    QTest::newRow("length quantity base") << int(LengthColumn) << kValueRole
+                                          << QVariant::fromValue(ZYLSysValue(ZYLSysValue::Length, 10.0)) << 9
+                                          << other << kNumberTolerance << QList<int>{1, 3};
+}
+
+void tst_ZYLCmnFilterProxyModel::comparisons()
+{
+    QFETCH(int, column);
+    QFETCH(int, role);
+    QFETCH(QVariant, base);
+    QFETCH(int, comparison);
+    QFETCH(int, type);
+    QFETCH(double, tolerance);
+    QFETCH(QList<int>, rows);
+    ZYLCmnFilterProxyModel proxy(nullptr);
+    proxy.setSourceModel(MakeModel(&proxy));
+    proxy.setFilterKeyColumn(column);
+    proxy.setFilterRole(role);
+    proxy.SetFilterFunction(&ZYLCmnFilterProxyModel::DefaultVariantFilterFunction);
+    proxy.SetVariantFilter(ZYLSysVariantFilter(base, ZYLSysVariantFilter::ComparisonType(comparison), tolerance,
+                                               ZYLSysVariantFilter::FilterType(type)));
+    QCOMPARE(SourceRows(proxy), rows);
+}
+
+void tst_ZYLCmnFilterProxyModel::anyColumn()
+{
+    ZYLCmnFilterProxyModel proxy(nullptr);
+    proxy.setSourceModel(MakeModel(&proxy));
+    proxy.setFilterKeyColumn(-1);
+    proxy.SetVariantFilter(ZYLSysVariantFilter::CreateFilter("5", ZYLSysVariantFilter::Text,
+                                                             ZYLSysVariantFilter::Contains, kTextTolerance));
+    // "25.400 mm", "20.5" and "2,5", "20.50000005", "50.800 mm".
+    QCOMPARE(SourceRows(proxy), (QList<int>{0, 1, 3, 4}));
+}
+
+void tst_ZYLCmnFilterProxyModel::keyColumnPastTheEnd()
+{
+    ZYLCmnFilterProxyModel proxy(nullptr);
+    proxy.setSourceModel(MakeModel(&proxy));
+    proxy.setFilterKeyColumn(ColumnCount);
+    proxy.SetVariantFilter(ZYLSysVariantFilter::CreateFilter("zzz", ZYLSysVariantFilter::Text,
+                                                             ZYLSysVariantFilter::Equal, kTextTolerance));
+    QCOMPARE(proxy.rowCount(), 5);
+}
+
+void tst_ZYLCmnFilterProxyModel::ownFunctionGetsTheFilter()
+{
+    ZYLCmnFilterProxyModel proxy(nullptr);
+    proxy.setSourceModel(MakeModel(&proxy));
+    proxy.setFilterKeyColumn(TowsColumn);
+    // Every tow of the filter must be in the cell, as the tow columns are filtered.
+    proxy.SetFilterFunction([](const QVariant &cell, const ZYLSysVariantFilter &filter) {
+        const quint64 wanted = TowBits(filter.GetBaseValue().toString());
+        return (TowBits(cell.toString()) & wanted) == wanted;
+    });
+    proxy.SetVariantFilter(ZYLSysVariantFilter("3", ZYLSysVariantFilter::Contains, 0.0, ZYLSysVariantFilter::Other));
+    QCOMPARE(SourceRows(proxy), (QList<int>{0, 3, 4}));
+    proxy.SetVariantFilter(ZYLSysVariantFilter("2,4", ZYLSysVariantFilter::Contains, 0.0, ZYLSysVariantFilter::Other));
+    QCOMPARE(SourceRows(proxy), (QList<int>{0, 3}));
+}
+
+void tst_ZYLCmnFilterProxyModel::clearingShowsAllRows()
+{
+    ZYLCmnFilterProxyModel proxy(nullptr);
+    proxy.setSourceModel(MakeModel(&proxy));
+    proxy.setFilterKeyColumn(NumberColumn);
+    proxy.SetFilterFunction(&ZYLCmnFilterProxyModel::DefaultVariantFilterFunction);
+    proxy.SetVariantFilter(ZYLSysVariantFilter(100, ZYLSysVariantFilter::Greater, kNumberTolerance,
+                                               ZYLSysVariantFilter::Other));
+    QCOMPARE(proxy.rowCount(), 1);
+    proxy.SetFilterFunction({});
+    proxy.SetVariantFilter(ZYLSysVariantFilter());
+    QCOMPARE(proxy.rowCount(), 5);
+    // An empty function still applies a filter that is set.
+    proxy.SetVariantFilter(ZYLSysVariantFilter(0, ZYLSysVariantFilter::Less, kNumberTolerance,
+                                               ZYLSysVariantFilter::Other));
+    QCOMPARE(SourceRows(proxy), QList<int>{2});
+}
+
+QTEST_MAIN(tst_ZYLCmnFilterProxyModel)
+#include "tst_ZYLCmnFilterProxyModel.moc"
