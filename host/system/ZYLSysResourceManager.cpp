@@ -118,6 +118,10 @@ void ZYLSysResourceManager::ResolveStyleSheetImage(QWidget *widget, const QStrin
 
 void ZYLSysResourceManager::ResolveUpDownImagesOfStyleSheet(QWidget *widget)
 {
+    if (!widget) {
+        qCWarning(lcZYLSystem) << "ResolveUpDownImagesOfStyleSheet needs a widget";
+        return;
+    }
     ResolveStyleSheetImage(widget, QStringLiteral("@@@unchecked-image@@@"), QStringLiteral("button-collapse-right"));
     ResolveStyleSheetImage(widget, QStringLiteral("@@@checked-image@@@"), QStringLiteral("button-collapse-left"));
 }

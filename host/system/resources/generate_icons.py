@@ -70,7 +70,9 @@ def arrow(x1, y1, x2, y2, color, width=1.4, head=2.4):
 
 
 def axes(points, count, tool_length=7.0):
-    """Axis arrows at each point: 1 tool axis, 2 tool and laying axes, 3 all axes."""
+    """Axis arrows at each point: 0 none, 1 tool axis, 2 tool and laying axes, 3 all axes."""
+    if count <= 0:
+        return ""
     parts = []
     for x, y in points:
         if count >= 3:

@@ -1,0 +1,100 @@
+// SPDX-License-Identifier: LicenseRef-ZYL-Proprietary
+#include "ZYLSysMessageQueue.h"
+
+#include <QTest>
+
+#include <thread>
+
+using Messages = QList<ZYLSysMessageQueue::Message>;
+
+class tst_ZYLSysMessageQueue : public QObject {
+    Q_OBJECT
+private slots:
+    void withoutQueueGoesToTheLogger_data()
+    {
+        QTest::addColumn<int>("type");
+        QTest::addColumn<QtMsgType>("level");
+        QTest::newRow("information") << 0 << QtInfoMsg;
+        QTest::newRow("warning") << 1 << QtWarningMsg;
+        QTest::newRow("error") << 2 << QtCriticalMsg;
+        QTest::newRow("unknown type") << 7 << QtCriticalMsg;
+    }
+
+    void withoutQueueGoesToTheLogger()
+    {
+        QFETCH(int, type);
+        QFETCH(QtMsgType, level);
+        QVERIFY(!ZYLSysMessageQueue::IsAnyOpen());
+        QTest::ignoreMessage(level, "Tow 3 is too short");
+        ZYLSysMessageQueue::Post(QStringLiteral("Tow 3 is too short"), type);
+    }
+
+    void collectsInPostingOrder()
+    {
+        ZYLSysMessageQueue queue;
+        ZYLSysMessageQueue::Post(QStringLiteral("first"), 1);
+        ZYLSysMessageQueue::Post(QStringLiteral("second"), 2);
+        ZYLSysMessageQueue::Post(QStringLiteral("third"), 0);
+        QCOMPARE(queue.GetMessages(), (Messages{{"first", 1}, {"second", 2}, {"third", 0}}));
+        queue.Clear();
+        QVERIFY(queue.GetMessages().isEmpty());
+    }
+
+    void hasErrors_data()
+    {
+        QTest::addColumn<QList<int>>("types");
+        QTest::addColumn<bool>("errors");
+        QTest::newRow("none") << QList<int>{} << false;
+        QTest::newRow("information and warning") << QList<int>{0, 1, 1} << false;
+        QTest::newRow("error last") << QList<int>{0, 1, 2} << true;
+        QTest::newRow("unknown type") << QList<int>{5} << false;
+    }
+
+    void hasErrors()
+    {
+        QFETCH(QList<int>, types);
+        QFETCH(bool, errors);
+        ZYLSysMessageQueue queue;
+        for (int type : types)
+            ZYLSysMessageQueue::Post(QStringLiteral("message"), type);
+        QCOMPARE(queue.HasErrors(), errors);
+    }
+
+    void nestedQueuesCollectIntoTheInnermost()
+    {
+        ZYLSysMessageQueue outer;
+        ZYLSysMessageQueue::Post(QStringLiteral("a"), 0);
+        {
+            ZYLSysMessageQueue inner;
+            ZYLSysMessageQueue::Post(QStringLiteral("b"), 2);
+            ZYLSysMessageQueue::Post(QStringLiteral("c"), 1);
+            QCOMPARE(inner.GetMessages(), (Messages{{"b", 2}, {"c", 1}}));
+        }
+        ZYLSysMessageQueue::Post(QStringLiteral("d"), 0);
+        QCOMPARE(outer.GetMessages(), (Messages{{"a", 0}, {"d", 0}}));
+        QVERIFY(!outer.HasErrors());
+    }
+
+    void queuesClosedOutOfOrder()
+    {
+        auto outer = std::make_unique<ZYLSysMessageQueue>();
+        auto inner = std::make_unique<ZYLSysMessageQueue>();
+        outer.reset();
+        ZYLSysMessageQueue::Post(QStringLiteral("kept"), 0);
+        QCOMPARE(inner->GetMessages(), (Messages{{"kept", 0}}));
+        inner.reset();
+        QVERIFY(!ZYLSysMessageQueue::IsAnyOpen());
+    }
+
+    void otherThreadsDoNotPostIntoTheQueue()
+    {
+        ZYLSysMessageQueue queue;
+        QTest::ignoreMessage(QtWarningMsg, "from worker");
+        std::thread worker([] { ZYLSysMessageQueue::Post(QStringLiteral("from worker"), 1); });
+        worker.join();
+        QVERIFY(queue.GetMessages().isEmpty());
+    }
+};
+
+QTEST_GUILESS_MAIN(tst_ZYLSysMessageQueue)
+#include "tst_ZYLSysMessageQueue.moc"

@@ -1,0 +1,276 @@
+// SPDX-License-Identifier: LicenseRef-ZYL-Proprietary
+#include "ZYLSysException.h"
+#include "ZYLSysSettings.h"
+
+#include <QFile>
+#include <QRegularExpression>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+
+namespace {
+
+// A settings object as modules write them: properties named like the keys, setters persist.
+class TestSettings : public ZYLSysSettings {
+    Q_OBJECT
+    Q_PROPERTY(bool flag READ IsFlag WRITE SetFlag)
+    Q_PROPERTY(QString mode READ GetMode WRITE SetMode)
+    Q_PROPERTY(int count READ GetCount WRITE SetCount)
+    Q_PROPERTY(double ratio READ GetRatio WRITE SetRatio)
+    Q_PROPERTY(Shape shape READ GetShape WRITE SetShape)
+public:
+    enum Shape { Round, Square };
+    Q_ENUM(Shape)
+
+    explicit TestSettings(const QByteArray &group = "TestGroup") : ZYLSysSettings(group) {}
+
+    bool IsFlag() const { return m_flag; }
+    void SetFlag(bool value) { m_flag = value; Changed("flag", value); }
+    QString GetMode() const { return m_mode; }
+    void SetMode(const QString &value) { m_mode = value; Changed("mode", value); }
+    int GetCount() const { return m_count; }
+    void SetCount(int value) { m_count = value; Changed("count", value); }
+    double GetRatio() const { return m_ratio; }
+    void SetRatio(double value) { m_ratio = value; Changed("ratio", value); }
+    Shape GetShape() const { return m_shape; }
+    void SetShape(Shape value) { m_shape = value; Changed("shape", int(value)); }
+
+    void RevertToDefaults() override
+    {
+        SetFlag(false);
+        SetMode(QStringLiteral("ViewCourse"));
+        SetCount(1);
+        SetRatio(0.5);
+        SetShape(Round);
+        ZYLSysSettings::RevertToDefaults();
+    }
+
+    QStringList setterCalls;
+
+private:
+    void Changed(const QByteArray &key, const QVariant &value)
+    {
+        setterCalls.append(QString::fromLatin1(key));
+        UpdateSetting(key, value);
+    }
+
+    bool m_flag = false;
+    QString m_mode = QStringLiteral("ViewCourse");
+    int m_count = 1;
+    double m_ratio = 0.5;
+    Shape m_shape = Round;
+};
+
+} // namespace
+
+class tst_ZYLSysSettings : public QObject {
+    Q_OBJECT
+private:
+    std::unique_ptr<QTemporaryDir> m_folder;
+
+    void WriteFile(const QByteArray &content)
+    {
+        QFile file(ZYLSysSettings::GetSettingsFilePath());
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(content);
+    }
+
+private slots:
+    void init()
+    {
+        m_folder = std::make_unique<QTemporaryDir>();
+        qputenv("ZYL_SETTINGS_DIR", m_folder->path().toUtf8());
+    }
+
+    void storesUnderTheSettingsFolder()
+    {
+        TestSettings settings;
+        settings.SetCount(4);
+        QCOMPARE(ZYLSysSettings::GetSettingsFilePath(), m_folder->filePath("zyl.ini"));
+        QFile file(m_folder->filePath("zyl.ini"));
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const QByteArray content = file.readAll();
+        QVERIFY(content.contains("[TestGroup]"));
+        QVERIFY(content.contains("count=4"));
+    }
+
+    void roundTripThroughSecondInstance()
+    {
+        {
+            TestSettings first;
+            first.SetFlag(true);
+            first.SetMode(QStringLiteral("HideCourse"));
+            first.SetCount(7);
+            first.SetRatio(0.25);
+            first.SetShape(TestSettings::Square);
+        }
+        TestSettings second;
+        // Restoring is queued by the base constructor: it happens once the event loop runs.
+        QTRY_VERIFY(second.IsRestored());
+        QCOMPARE(second.IsFlag(), true);
+        QCOMPARE(second.GetMode(), QStringLiteral("HideCourse"));
+        QCOMPARE(second.GetCount(), 7);
+        QCOMPARE(second.GetRatio(), 0.25);
+        QCOMPARE(second.GetShape(), TestSettings::Square);
+    }
+
+    void restoreWritesThroughPropertiesOnly()
+    {
+        const QByteArray content = "[TestGroup]\nflag=true\ncount=3\nunknownKey=5\nobjectName=hacked\n"
+                                   "[OtherGroup]\ncount=9\n";
+        WriteFile(content);
+        TestSettings settings;
+        QSignalSpy changed(&settings, &ZYLSysSettings::SettingChanged);
+        settings.Restore();
+        QCOMPARE(settings.setterCalls, (QStringList{QStringLiteral("flag"), QStringLiteral("count")}));
+        QCOMPARE(settings.GetCount(), 3);
+        QVERIFY(settings.objectName().isEmpty());
+        QCOMPARE(changed.count(), 2);
+        // The setters' UpdateSetting calls must not rewrite the file during a restore.
+        QFile file(ZYLSysSettings::GetSettingsFilePath());
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QCOMPARE(file.readAll(), content);
+    }
+
+    void wrongTypedValueKeepsDefault_data()
+    {
+        QTest::addColumn<QByteArray>("line");
+        QTest::addColumn<QByteArray>("property");
+        QTest::newRow("bool word") << QByteArray("flag=maybe") << QByteArray("flag");
+        QTest::newRow("bool number") << QByteArray("flag=2") << QByteArray("flag");
+        QTest::newRow("int text") << QByteArray("count=abc") << QByteArray("count");
+        QTest::newRow("int fraction") << QByteArray("count=2.5") << QByteArray("count");
+        QTest::newRow("int overflow") << QByteArray("count=99999999999") << QByteArray("count");
+        QTest::newRow("double text") << QByteArray("ratio=half") << QByteArray("ratio");
+        QTest::newRow("double nan") << QByteArray("ratio=nan") << QByteArray("ratio");
+        QTest::newRow("double comma") << QByteArray("ratio=0,75") << QByteArray("ratio");
+        QTest::newRow("enum key") << QByteArray("shape=Triangle") << QByteArray("shape");
+        QTest::newRow("enum value") << QByteArray("shape=7") << QByteArray("shape");
+    }
+
+    void wrongTypedValueKeepsDefault()
+    {
+        QFETCH(QByteArray, line);
+        QFETCH(QByteArray, property);
+        WriteFile("[TestGroup]\n" + line + "\nmode=Kept\n");
+        TestSettings settings;
+        const QVariant before = settings.property(property.constData());
+        settings.Restore();
+        QCOMPARE(settings.property(property.constData()), before);
+        QVERIFY(!settings.setterCalls.contains(QString::fromLatin1(property)));
+        // A bad value does not stop the good ones.
+        QCOMPARE(settings.GetMode(), QStringLiteral("Kept"));
+    }
+
+    void goodTextValuesConvert()
+    {
+        WriteFile("[TestGroup]\nflag=TRUE\ncount= 12 \nratio=1e-3\nshape=Square\n");
+        TestSettings settings;
+        settings.Restore();
+        QCOMPARE(settings.IsFlag(), true);
+        QCOMPARE(settings.GetCount(), 12);
+        QCOMPARE(settings.GetRatio(), 1e-3);
+        QCOMPARE(settings.GetShape(), TestSettings::Square);
+    }
+
+    void corruptedFileFallsBack()
+    {
+        WriteFile(QByteArray("\x00\xff\xfe[[[TestGroup\nflag=\x01\x02\n[TestGroup\n=\n\xc3\x28", 36));
+        TestSettings settings;
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression("damaged"));
+        settings.Restore();
+        QCOMPARE(settings.IsFlag(), false);
+        QCOMPARE(settings.GetCount(), 1);
+        // Writing replaces the damaged content with a readable file.
+        settings.SetCount(5);
+        TestSettings again;
+        again.Restore();
+        QCOMPARE(again.GetCount(), 5);
+    }
+
+    void unreadableFileNeverThrows()
+    {
+        // A folder where the file should be: nothing can be read or written.
+        QVERIFY(QDir(m_folder->path()).mkdir(QStringLiteral("zyl.ini")));
+        TestSettings settings;
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression("Cannot write"));
+        settings.SetCount(8);
+        settings.Restore();
+        QCOMPARE(settings.GetValue("count", 42).toInt(), 42);
+    }
+
+    void getValueConvertsToTheDefaultsType_data()
+    {
+        QTest::addColumn<QByteArray>("stored");
+        QTest::addColumn<QVariant>("defaultValue");
+        QTest::addColumn<QVariant>("expected");
+        QTest::newRow("int") << QByteArray("v=12") << QVariant(0) << QVariant(12);
+        QTest::newRow("int refused") << QByteArray("v=x") << QVariant(5) << QVariant(5);
+        QTest::newRow("bool") << QByteArray("v=true") << QVariant(false) << QVariant(true);
+        QTest::newRow("bool refused") << QByteArray("v=yes") << QVariant(false) << QVariant(false);
+        QTest::newRow("double") << QByteArray("v=2.5") << QVariant(0.0) << QVariant(2.5);
+        QTest::newRow("missing") << QByteArray("other=1") << QVariant(QStringLiteral("d")) << QVariant(QStringLiteral("d"));
+        QTest::newRow("string") << QByteArray("v=Text") << QVariant(QString()) << QVariant(QStringLiteral("Text"));
+    }
+
+    void getValueConvertsToTheDefaultsType()
+    {
+        QFETCH(QByteArray, stored);
+        QFETCH(QVariant, defaultValue);
+        QFETCH(QVariant, expected);
+        WriteFile("[TestGroup]\n" + stored + "\n");
+        TestSettings settings;
+        const QVariant value = settings.GetValue("v", defaultValue);
+        QCOMPARE(value.metaType(), expected.metaType());
+        QCOMPARE(value, expected);
+    }
+
+    void revertRemovesTheGroupOnly()
+    {
+        TestSettings other("OtherGroup");
+        other.SetCount(9);
+        TestSettings settings;
+        settings.SetFlag(true);
+        settings.SetCount(6);
+        QSignalSpy reverted(&settings, &ZYLSysSettings::SettingsReverted);
+        settings.RevertToDefaults();
+        QCOMPARE(reverted.count(), 1);
+        QCOMPARE(settings.IsFlag(), false);
+        QCOMPARE(settings.GetCount(), 1);
+        QVERIFY(!settings.GetValue("count").isValid());
+        QVERIFY(!settings.GetValue("flag").isValid());
+        QCOMPARE(other.GetValue("count", 0).toInt(), 9);
+    }
+
+    void restoreAllReachesEveryLiveObject()
+    {
+        WriteFile("[A]\ncount=2\n[B]\ncount=3\n");
+        TestSettings a("A");
+        auto b = std::make_unique<TestSettings>("B");
+        {
+            TestSettings gone("C");
+        }
+        ZYLSysSettings::RestoreAll();
+        QCOMPARE(a.GetCount(), 2);
+        QCOMPARE(b->GetCount(), 3);
+        QVERIFY(a.IsRestored() && b->IsRestored());
+    }
+
+    void invalidValueRemovesKey()
+    {
+        TestSettings settings;
+        settings.SetCount(3);
+        settings.UpdateSetting("count", QVariant());
+        QVERIFY(!settings.GetValue("count").isValid());
+    }
+
+    void badNamesThrow()
+    {
+        TestSettings settings;
+        QVERIFY_THROWS_EXCEPTION(ZYLSysException, settings.UpdateSetting(QByteArray(), 1));
+        QVERIFY_THROWS_EXCEPTION(ZYLSysException, TestSettings{QByteArray()});
+    }
+};
+
+QTEST_GUILESS_MAIN(tst_ZYLSysSettings)
+#include "tst_ZYLSysSettings.moc"
