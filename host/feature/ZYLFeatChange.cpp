@@ -3,7 +3,7 @@
 
 ZYLFeatChange::~ZYLFeatChange() = default;
 
-const void *ZYLFeatChange::GetValueField(const std::type_info &) const
+ZYLFeatChange::ValueField ZYLFeatChange::GetValueField() const
 {
-    return nullptr;
+    return {};
 }

@@ -3,6 +3,7 @@
 
 #include "ZYLFeatureExport.h"
 
+#include <cstddef>
 #include <typeinfo>
 
 /// One recorded edit of a transaction: it knows how to take the edit back (`Undo`) and how
@@ -31,10 +32,16 @@ public:
     /// Makes the edit (again).
     virtual void Redo() = 0;
 
-    /// Returns the address of the field this change sets when it is a plain value change of
-    /// a field of type `type`, else null. The recorder uses it to merge repeated sets of one
-    /// field into one change; other changes keep the default.
-    virtual const void *GetValueField(const std::type_info &type) const;
+    /// The field a plain value change sets: its address, size and type.
+    struct ValueField {
+        const void *address = nullptr;
+        std::size_t size = 0;
+        const std::type_info *type = nullptr;
+    };
+    /// Returns the field when this is a plain value change (which touches nothing but the
+    /// field's own bytes), else a null address. The recorder uses it to merge repeated sets
+    /// of one field into one change; other changes keep the default.
+    virtual ValueField GetValueField() const;
 
 protected:
     ZYLFeatChange() = default;

@@ -57,21 +57,35 @@ private:
     QPointer<ZYLFeatContainer> m_container;
 };
 
-// Adding or removing a feature. The change holds a reference on the feature for as long as
-// it lives, so a removed feature stays alive at its address while it can come back.
+// Adding or removing a feature. Once applied, the change holds a reference on the feature
+// for as long as it lives, so a removed feature stays alive at its address while it can come
+// back. It takes that reference only when first applied: a change that never got into the
+// history must leave a new feature to its creator.
 class ZYLFeatContainer::FeatureChange final : public ZYLFeatChange {
 public:
     FeatureChange(ZYLFeatContainer *container, ZYLFeatObject *feature, qsizetype index, bool add)
         : m_container(container), m_feature(feature), m_index(index), m_add(add)
     {
-        m_feature->AddReference();
     }
-    ~FeatureChange() override { m_feature->RemoveReference(); }
+    ~FeatureChange() override
+    {
+        if (m_holding)
+            m_feature->RemoveReference();
+    }
 
     void Undo() override { m_add ? TakeOut() : PutIn(); }
-    void Redo() override { m_add ? PutIn() : TakeOut(); }
+    void Redo() override
+    {
+        if (!m_holding) {
+            m_feature->AddReference();
+            m_holding = true;
+        }
+        m_add ? PutIn() : TakeOut();
+    }
 
 private:
+    // Neither can fail: the list has room for every feature it ever held (see
+    // RecordFeatureChange) and erasing a pointer does not allocate.
     void PutIn()
     {
         auto &features = m_container->d->features;
@@ -94,10 +108,13 @@ private:
     ZYLFeatObject *m_feature;
     qsizetype m_index;
     bool m_add;
+    bool m_holding = false;
 };
 
 ZYLFeatContainer::ZYLFeatContainer(QObject *parent) : QObject(parent), d(std::make_unique<Data>())
 {
+    // Lets queued connections and signal spies carry the transaction argument.
+    qRegisterMetaType<ZYLFeatTransaction *>();
 }
 
 ZYLFeatContainer::~ZYLFeatContainer()
@@ -154,28 +171,38 @@ void ZYLFeatContainer::CheckHistoryUsable(const char *operation) const
 
 void ZYLFeatContainer::AddFeature(ZYLFeatObject *feature)
 {
+    ZYLFeatTransaction *transaction = RequireFeatureTransaction();
     if (!feature)
         throw ZYLSysException(tr("Cannot add a null feature."));
     if (feature->GetContainer())
         throw ZYLSysException(tr("The feature \"%1\" is already in a container.").arg(feature->GetName()));
-    RecordFeatureChange(std::make_unique<FeatureChange>(this, feature, qsizetype(d->features.size()), true));
+    // Room for the feature now, so that putting it in (again, on redo) never fails.
+    d->features.reserve(d->features.size() + 1);
+    RecordFeatureChange(transaction,
+                        std::make_unique<FeatureChange>(this, feature, qsizetype(d->features.size()), true));
 }
 
 void ZYLFeatContainer::RemoveFeature(ZYLFeatObject *feature)
 {
+    ZYLFeatTransaction *transaction = RequireFeatureTransaction();
     if (!feature)
         throw ZYLSysException(tr("Cannot remove a null feature."));
     const auto it = std::find(d->features.begin(), d->features.end(), feature);
     if (it == d->features.end())
         throw ZYLSysException(tr("The feature \"%1\" is not in this container.").arg(feature->GetName()));
-    RecordFeatureChange(std::make_unique<FeatureChange>(this, feature, it - d->features.begin(), false));
+    RecordFeatureChange(transaction, std::make_unique<FeatureChange>(this, feature, it - d->features.begin(), false));
 }
 
-void ZYLFeatContainer::RecordFeatureChange(std::unique_ptr<FeatureChange> change)
+ZYLFeatTransaction *ZYLFeatContainer::RequireFeatureTransaction() const
 {
+    CheckNotBusy(QT_TR_NOOP("change the features"));
     if (d->open.empty())
         throw ZYLSysException(tr("Changing the features outside a transaction"));
-    ZYLFeatTransaction *transaction = RequireOpenTransaction(QT_TR_NOOP("change the features"));
+    return d->open.back().get();
+}
+
+void ZYLFeatContainer::RecordFeatureChange(ZYLFeatTransaction *transaction, std::unique_ptr<FeatureChange> change)
+{
     {
         // The signal waits until the change is safely kept in the transaction.
         BusyScope busy(this);

@@ -44,7 +44,7 @@ public:
     /// Appends a feature, recorded in this container's innermost open transaction; the
     /// container holds a reference on it while it lists it, and the change holds another
     /// while it is in the history. Throws for null, for a feature already in a container and
-    /// with no transaction open on this container.
+    /// with no transaction open on this container; the caller then still owns the feature.
     void AddFeature(ZYLFeatObject *feature);
     /// Removes a feature, recorded like `AddFeature`; the feature stays alive while the
     /// change is in the history. Throws for null and for a feature not in this container.
@@ -96,7 +96,8 @@ private:
     void CheckNotBusy(const char *operation) const;
     void CheckHistoryUsable(const char *operation) const;
     ZYLFeatTransaction *RequireOpenTransaction(const char *operation) const;
-    void RecordFeatureChange(std::unique_ptr<FeatureChange> change);
+    ZYLFeatTransaction *RequireFeatureTransaction() const;
+    void RecordFeatureChange(ZYLFeatTransaction *transaction, std::unique_ptr<FeatureChange> change);
     void NotifyFeaturesChanged();
     void EmitPendingFeaturesChanged();
     void Retire(std::unique_ptr<ZYLFeatTransaction> transaction);

@@ -51,7 +51,8 @@ public:
     /// Records and makes the assignment `field = newValue`. Setting the value a field
     /// already has records nothing. A repeated set of the same field merges into its
     /// earlier change of the same transaction (which keeps the first old value) when only
-    /// value changes of the same type were recorded in between; a merge that brings the
+    /// value changes of other fields not overlapping it were recorded in between (and the
+    /// earlier change is among the last 16); a merge that brings the
     /// field back to its first value drops the change. `newValue` is moved in and the old
     /// value moved into the change, so replacing a whole array this way copies nothing:
     /// this is the efficient way to record an edit of a million points as one change.
@@ -63,7 +64,7 @@ public:
             if (field == newValue)
                 return;
         }
-        if (ZYLFeatChange *found = transaction->FindMergeableValue(typeid(T), &field)) {
+        if (ZYLFeatChange *found = transaction->FindMergeableValue(typeid(T), &field, sizeof(T))) {
             auto *change = static_cast<ZYLFeatValueChange<T> *>(found);
             change->MergeLaterValue(std::move(newValue));
             if (change->IsNoOp())

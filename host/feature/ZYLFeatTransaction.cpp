@@ -120,16 +120,22 @@ void ZYLFeatTransaction::Record(std::unique_ptr<ZYLFeatChange> change)
     d->changes.push_back(std::move(change));
 }
 
-ZYLFeatChange *ZYLFeatTransaction::FindMergeableValue(const std::type_info &type, const void *field) const
+ZYLFeatChange *ZYLFeatTransaction::FindMergeableValue(const std::type_info &type, const void *field,
+                                                      std::size_t size) const
 {
+    const auto begin = quintptr(field);
     const int last = int(d->changes.size()) - 1;
     for (int i = last; i >= 0 && i > last - kMergeLookBack; --i) {
-        const void *changed = d->changes[size_t(i)]->GetValueField(type);
-        if (changed == field)
+        const ZYLFeatChange::ValueField other = d->changes[size_t(i)]->GetValueField();
+        // Any other kind of change in between may write the field (a custom change, a run
+        // of an array holding it), and so may a value change of memory overlapping it;
+        // merging across those would reorder the two writes.
+        if (!other.address)
+            return nullptr;
+        if (other.address == field && *other.type == type)
             return d->changes[size_t(i)].get();
-        // Any other kind of change in between may write the same memory (a custom change,
-        // a whole array holding the field), so merging across it would reorder the two.
-        if (!changed)
+        const auto otherBegin = quintptr(other.address);
+        if (otherBegin < begin + size && begin < otherBegin + other.size)
             return nullptr;
     }
     return nullptr;

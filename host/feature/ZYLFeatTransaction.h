@@ -6,6 +6,7 @@
 #include <QObject>
 #include <QString>
 
+#include <cstddef>
 #include <memory>
 #include <typeinfo>
 
@@ -61,8 +62,8 @@ private:
     // Throws unless changes may be recorded into this transaction now.
     void CheckRecordable() const;
     // Finds, among the last few changes, the value change of `field` that a new set may
-    // merge into; only value changes of the same type may lie in between.
-    ZYLFeatChange *FindMergeableValue(const std::type_info &type, const void *field) const;
+    // merge into; only value changes of other, non-overlapping fields may lie in between.
+    ZYLFeatChange *FindMergeableValue(const std::type_info &type, const void *field, std::size_t size) const;
     void DropChange(const ZYLFeatChange *change);
 
     // Undoes (redoes) all changes in reverse (recorded) order. If one throws, the ones

@@ -19,10 +19,7 @@ public:
     void Undo() override { Swap(); }
     void Redo() override { Swap(); }
 
-    const void *GetValueField(const std::type_info &type) const override
-    {
-        return type == typeid(T) ? m_field : nullptr;
-    }
+    ValueField GetValueField() const override { return {m_field, sizeof(T), &typeid(T)}; }
 
     /// Returns the value the field held before the change (valid while it is applied).
     const T &GetOldValue() const { return m_other; }
