@@ -7,6 +7,7 @@
 
 #include <QCoreApplication>
 
+#include <array>
 #include <numbers>
 #include <optional>
 
@@ -219,15 +220,29 @@ ZYLSysValue::Magnitude ZYLSysValue::GetUnitMagnitude(Unit unit)
 
 QString ZYLSysValue::GetUnitSuffix(Unit unit)
 {
-    return QString::fromUtf16(Info(unit).suffix);
+    // Built once: every formatted value appends one, and shared copies cost no allocation.
+    static const std::array<QString, kUnitCount> suffixes = [] {
+        std::array<QString, kUnitCount> texts;
+        for (int index = 0; index < kUnitCount; ++index)
+            texts[index] = QString::fromUtf16(kUnits[index].suffix);
+        return texts;
+    }();
+    return suffixes[IsValidUnit(unit) ? unit : System];
 }
 
 QString ZYLSysValue::GetUnitDisplaySuffix(Unit unit)
 {
-    // A degree sign sits on the number; every other symbol is set off by a space.
-    if (unit == System || unit == Degree || !IsValidUnit(unit))
-        return GetUnitSuffix(unit);
-    return QLatin1Char(' ') + GetUnitSuffix(unit);
+    static const std::array<QString, kUnitCount> suffixes = [] {
+        std::array<QString, kUnitCount> texts;
+        for (int index = 0; index < kUnitCount; ++index) {
+            // A degree sign sits on the number; every other symbol is set off by a space.
+            const auto shown = Unit(index);
+            texts[index] = shown == System || shown == Degree ? GetUnitSuffix(shown)
+                                                              : QLatin1Char(' ') + GetUnitSuffix(shown);
+        }
+        return texts;
+    }();
+    return suffixes[IsValidUnit(unit) ? unit : System];
 }
 
 QString ZYLSysValue::GetUnitCode(Unit unit)
