@@ -20,9 +20,14 @@ class ZYLSysVariantFilter;
 /// with a default-constructed filter keeps every row. The regular expression filter of the
 /// base class still applies on top when one is set.
 ///
-/// Setting the function or the filter re-filters at once. The per-row path reads one value
-/// from the source model and calls the function with the stored filter, with no allocation
-/// of its own, so that tables of a million rows filter quickly.
+/// Setting the function, the filter, the key column or the role re-filters at once, in one
+/// pass over the source rows that rebuilds the mapping (announced as a layout change), not
+/// by removing and inserting the changed rows one stretch at a time, which the base class
+/// does and which takes seconds when a million rows change in scattered places. For that
+/// reason `setFilterKeyColumn` and `setFilterRole` are redeclared here; called through a
+/// `QSortFilterProxyModel` pointer they still work, only slower. The per-row path reads one
+/// value from the source model and calls the function with the stored filter, with no
+/// allocation of its own.
 class ZYLCOMMONUI_EXPORT ZYLCmnFilterProxyModel : public QSortFilterProxyModel {
     Q_OBJECT
 public:
@@ -39,6 +44,11 @@ public:
     /// Returns the filter set last (a default-constructed one initially).
     const ZYLSysVariantFilter &GetVariantFilter() const;
 
+    /// Sets the filtered column (-1: any column) and re-filters in one pass.
+    void setFilterKeyColumn(int column);
+    /// Sets the role the cells are read with and re-filters in one pass.
+    void setFilterRole(int role);
+
     /// Returns whether `cell` passes `filter`, as the filter itself decides
     /// (`ZYLSysVariantFilter::Accepts`) for all comparison and filter types.
     static bool DefaultVariantFilterFunction(const QVariant &cell, const ZYLSysVariantFilter &filter);
@@ -47,6 +57,9 @@ protected:
     bool filterAcceptsRow(int sourceRow, const QModelIndex &sourceParent) const override;
 
 private:
+    bool AcceptsAllRows() const;
+    void SetAndRefilter(void (QSortFilterProxyModel::*setter)(int), int value);
+
     struct Data;
     std::unique_ptr<Data> d;
 };

@@ -84,6 +84,7 @@ private slots:
     void comparisons();
     void anyColumn();
     void keyColumnPastTheEnd();
+    void changingColumnOrRoleRefilters();
     void ownFunctionGetsTheFilter();
     void clearingShowsAllRows();
 };
@@ -202,6 +203,26 @@ void tst_ZYLCmnFilterProxyModel::keyColumnPastTheEnd()
     proxy.SetVariantFilter(ZYLSysVariantFilter::CreateFilter("zzz", ZYLSysVariantFilter::Text,
                                                              ZYLSysVariantFilter::Equal, kTextTolerance));
     QCOMPARE(proxy.rowCount(), 5);
+}
+
+void tst_ZYLCmnFilterProxyModel::changingColumnOrRoleRefilters()
+{
+    ZYLCmnFilterProxyModel proxy(nullptr);
+    proxy.setSourceModel(MakeModel(&proxy));
+    proxy.setFilterKeyColumn(TextColumn);
+    proxy.SetVariantFilter(ZYLSysVariantFilter::CreateFilter("-", ZYLSysVariantFilter::Text,
+                                                             ZYLSysVariantFilter::Contains, kTextTolerance));
+    QCOMPARE(SourceRows(proxy), QList<int>{});
+    proxy.setFilterKeyColumn(TowsColumn);
+    QCOMPARE(SourceRows(proxy), (QList<int>{0, 3}));
+    proxy.setFilterKeyColumn(NumberColumn);
+    QCOMPARE(SourceRows(proxy), QList<int>{2});
+    proxy.setFilterRole(kValueRole);
+    QCOMPARE(SourceRows(proxy), (QList<int>{0, 1, 3, 4}));
+    // Through the base class the change takes the slower path to the same rows.
+    QSortFilterProxyModel &base = proxy;
+    base.setFilterRole(Qt::DisplayRole);
+    QCOMPARE(SourceRows(proxy), QList<int>{2});
 }
 
 void tst_ZYLCmnFilterProxyModel::ownFunctionGetsTheFilter()

@@ -86,12 +86,10 @@ void tst_ZYLCmnUnitSpinBox::display_data()
     QTest::addColumn<QString>("text");
     QTest::newRow("mm") << "Length" << int(ZYLSysValue::Millimeter) << 25.4 << "25.400 mm";
     QTest::newRow("inch") << "Length" << int(ZYLSysValue::Inch) << 25.4 << "1.0000 in";
-    QTest::newRow("negative inch") << "Length" << int(ZYLSysValue::Inch) << -12.7 << "-0.5000 in";
     QTest::newRow("degree") << "Angle" << int(ZYLSysValue::Degree) << kPi / 2 << "90.000\u00B0";
     QTest::newRow("radian") << "Angle" << int(ZYLSysValue::Radian) << kPi / 2 << "1.57080 rad";
     QTest::newRow("in/min") << "Linear Feed Rate" << int(ZYLSysValue::InchPerMinute) << 2540.0 << "100.000 in/min";
     QTest::newRow("lbf") << "Force" << int(ZYLSysValue::PoundForce) << 4.4482216152605 << "1.000 lbf";
-    QTest::newRow("second") << "Time" << int(ZYLSysValue::Second) << 12.5 << "12.50 s";
 }
 
 void tst_ZYLCmnUnitSpinBox::display()
@@ -116,7 +114,6 @@ void tst_ZYLCmnUnitSpinBox::typing_data()
     QTest::addColumn<QString>("typed");
     QTest::addColumn<double>("value");
     QTest::newRow("mm, plain") << "Length" << int(ZYLSysValue::Millimeter) << "12.5" << 12.5;
-    QTest::newRow("mm, own suffix") << "Length" << int(ZYLSysValue::Millimeter) << "12.5 mm" << 12.5;
     QTest::newRow("mm, inch typed") << "Length" << int(ZYLSysValue::Millimeter) << "1 in" << 25.4;
     QTest::newRow("mm, inch no space") << "Length" << int(ZYLSysValue::Millimeter) << "2in" << 50.8;
     QTest::newRow("inch, plain") << "Length" << int(ZYLSysValue::Inch) << "2" << 50.8;
@@ -124,7 +121,6 @@ void tst_ZYLCmnUnitSpinBox::typing_data()
     QTest::newRow("inch, negative") << "Length" << int(ZYLSysValue::Inch) << "-0.5" << -12.7;
     QTest::newRow("degree, plain") << "Angle" << int(ZYLSysValue::Degree) << "90" << kPi / 2;
     QTest::newRow("degree, radian typed") << "Angle" << int(ZYLSysValue::Degree) << "1 rad" << 1.0;
-    QTest::newRow("radian, plain") << "Angle" << int(ZYLSysValue::Radian) << "0.5" << 0.5;
     QTest::newRow("radian, deg typed") << "Angle" << int(ZYLSysValue::Radian) << "45 deg" << kPi / 4;
     QTest::newRow("in/min, mm/min typed") << "Linear Feed Rate" << int(ZYLSysValue::InchPerMinute) << "100 mm/min"
                                           << 100.0;
