@@ -10,7 +10,8 @@ class ZYLGeoCurve;
 class ZYLGeoSurface;
 
 /// The geometry of a feature as it is drawn: surfaces, curves and loose points. Holds a
-/// reference on each surface and curve.
+/// reference on each surface and curve, from `AddSurface`/`AddCurve` until it is destroyed.
+/// Adding a null surface or curve is a programming error: it is logged and ignored.
 class ZYLGEOMETRY_EXPORT ZYLGeoBody : public ZYLGeoGeometry {
 public:
     ZYLGeoBody() = default;
@@ -21,11 +22,14 @@ public:
     void AddPoint(const ZYLMathPoint &point) { m_points.Add(point); }
 
     int GetNumSurfaces() const { return int(m_surfaces.size()); }
-    const ZYLGeoSurface *GetSurface(int i) const { return m_surfaces[size_t(i)]; }
+    /// Returns surface i, or null for an index outside [0, GetNumSurfaces()).
+    const ZYLGeoSurface *GetSurface(int i) const;
     int GetNumCurves() const { return int(m_curves.size()); }
-    const ZYLGeoCurve *GetCurve(int i) const { return m_curves[size_t(i)]; }
+    /// Returns curve i, or null for an index outside [0, GetNumCurves()).
+    const ZYLGeoCurve *GetCurve(int i) const;
     const ZYLMathSetOfPoints &GetPoints() const { return m_points; }
 
+    /// Returns a box holding every surface, curve and point (empty for an empty body).
     ZYLMathBoundingBox GetBoundingBox() const;
 
 private:
