@@ -2,6 +2,7 @@
 #include "ZYLFeatContainer.h"
 
 #include "ZYLFeatChange.h"
+#include "ZYLFeatMakeRoom.h"
 #include "ZYLFeatObject.h"
 #include "ZYLFeatTransaction.h"
 
@@ -177,7 +178,7 @@ void ZYLFeatContainer::AddFeature(ZYLFeatObject *feature)
     if (feature->GetContainer())
         throw ZYLSysException(tr("The feature \"%1\" is already in a container.").arg(feature->GetName()));
     // Room for the feature now, so that putting it in (again, on redo) never fails.
-    d->features.reserve(d->features.size() + 1);
+    ZYLFeatMakeRoom(d->features);
     RecordFeatureChange(transaction,
                         std::make_unique<FeatureChange>(this, feature, qsizetype(d->features.size()), true));
 }
@@ -236,7 +237,7 @@ ZYLFeatTransaction *ZYLFeatContainer::OpenTransaction(const QString &name)
 {
     CheckNotBusy(QT_TR_NOOP("open a transaction"));
     ZYLFeatTransaction *parent = d->open.empty() ? nullptr : d->open.back().get();
-    d->open.reserve(d->open.size() + 1);
+    ZYLFeatMakeRoom(d->open);
     d->open.push_back(std::unique_ptr<ZYLFeatTransaction>(new ZYLFeatTransaction(this, name, parent)));
     ZYLFeatTransaction *transaction = d->open.back().get();
     if (!parent)
@@ -256,7 +257,7 @@ void ZYLFeatContainer::CommitTransaction()
     }
     const bool keep = transaction->GetNumChanges() > 0;
     if (keep)
-        d->undo.reserve(d->undo.size() + 1);
+        ZYLFeatMakeRoom(d->undo);
     transaction->Close();
     std::unique_ptr<ZYLFeatTransaction> committed = std::move(d->open.back());
     d->open.pop_back();
@@ -302,7 +303,7 @@ void ZYLFeatContainer::Undo()
     CheckHistoryUsable(QT_TR_NOOP("undo"));
     if (d->undo.empty())
         throw ZYLSysException(tr("There is nothing to undo."));
-    d->redo.reserve(d->redo.size() + 1);
+    ZYLFeatMakeRoom(d->redo);
     ZYLFeatTransaction *transaction = d->undo.back().get();
     {
         BusyScope busy(this);
@@ -324,7 +325,7 @@ void ZYLFeatContainer::Redo()
     CheckHistoryUsable(QT_TR_NOOP("redo"));
     if (d->redo.empty())
         throw ZYLSysException(tr("There is nothing to redo."));
-    d->undo.reserve(d->undo.size() + 1);
+    ZYLFeatMakeRoom(d->undo);
     ZYLFeatTransaction *transaction = d->redo.back().get();
     {
         BusyScope busy(this);

@@ -2,6 +2,7 @@
 #include "ZYLFeatTransaction.h"
 
 #include "ZYLFeatChange.h"
+#include "ZYLFeatMakeRoom.h"
 
 #include "ZYLSysException.h"
 
@@ -41,7 +42,7 @@ ZYLFeatTransaction::ZYLFeatTransaction(ZYLFeatContainer *container, const QStrin
     d->container = container;
     d->name = name;
     d->parent = parent;
-    OpenStack().reserve(OpenStack().size() + 1);
+    ZYLFeatMakeRoom(OpenStack());
     OpenStack().push_back(this);
     if (parent)
         parent->d->openChild = this;
@@ -115,7 +116,7 @@ void ZYLFeatTransaction::Record(std::unique_ptr<ZYLFeatChange> change)
         throw ZYLSysException(tr("A null change cannot be recorded."));
     CheckRecordable();
     // Make room first so that, once the change is applied, keeping it cannot fail.
-    d->changes.reserve(d->changes.size() + 1);
+    ZYLFeatMakeRoom(d->changes);
     change->Redo();
     d->changes.push_back(std::move(change));
 }
@@ -185,7 +186,7 @@ void ZYLFeatTransaction::TakeChangesOf(ZYLFeatTransaction &nested)
 {
     auto &mine = d->changes;
     auto &theirs = nested.d->changes;
-    mine.reserve(mine.size() + theirs.size());
+    ZYLFeatMakeRoom(mine, theirs.size());
     std::move(theirs.begin(), theirs.end(), std::back_inserter(mine));
     theirs.clear();
 }
