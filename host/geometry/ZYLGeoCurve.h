@@ -22,8 +22,8 @@ public:
     virtual double GetEndParameter() const = 0;
     /// Returns the point at parameter t (clamped to the parameter interval).
     virtual ZYLMathPoint Evaluate(double t) const = 0;
-    /// Returns the first derivative at t. The default is a central difference (one-sided at
-    /// the ends of the interval, where evaluation is clamped).
+    /// Returns the first derivative at t. The default is a fourth-order central difference
+    /// (one-sided near the ends of the interval, where evaluation is clamped).
     virtual ZYLMathVector EvaluateDerivative(double t) const;
     /// Returns the unit tangent at t, or no value where the curve does not move.
     std::optional<ZYLMathVector> GetTangent(double t) const;

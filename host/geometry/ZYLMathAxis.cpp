@@ -36,7 +36,9 @@ std::optional<ZYLMathAxis> ZYLMathAxis::FromThirdAndFirst(const ZYLMathPoint &or
                                                           const ZYLMathVector &firstHint)
 {
     const std::optional<ZYLMathVector> z = third.Normalized();
-    if (!z)
+    // A hint along the third direction projects to rounding noise, which would otherwise
+    // normalise into an arbitrary first direction.
+    if (!z || !(z->Cross(firstHint).GetLength() > parallelTolerance * firstHint.GetLength()))
         return std::nullopt;
     return Create(origin, firstHint - *z * firstHint.Dot(*z), z->Cross(firstHint));
 }
@@ -161,7 +163,9 @@ QDataStream &operator>>(QDataStream &in, ZYLMathVector &v)
 {
     double x = 0, y = 0, z = 0;
     in >> x >> y >> z;
-    v = {x, y, z};
+    // A short or corrupt stream leaves the value as it was.
+    if (in.status() == QDataStream::Ok)
+        v = {x, y, z};
     return in;
 }
 
@@ -174,7 +178,9 @@ QDataStream &operator>>(QDataStream &in, ZYLMathPoint &p)
 {
     double x = 0, y = 0, z = 0;
     in >> x >> y >> z;
-    p = {x, y, z};
+    // A short or corrupt stream leaves the value as it was.
+    if (in.status() == QDataStream::Ok)
+        p = {x, y, z};
     return in;
 }
 

@@ -52,7 +52,8 @@ public:
     /// composes two of them.
     ZYLMathAxis Inverse() const;
 
-    /// Returns the frame turned by `angle` radians about `axis` through `center` (right hand).
+    /// Returns the frame turned by `angle` radians about `axis` through `center` (right hand);
+    /// the frame itself for a zero axis.
     ZYLMathAxis Rotated(const ZYLMathPoint &center, const ZYLMathVector &axis, double angle) const;
     /// Returns the frame moved by a vector.
     ZYLMathAxis Translated(const ZYLMathVector &v) const;

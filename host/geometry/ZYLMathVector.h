@@ -45,14 +45,19 @@ public:
     double GetLength() const { return std::sqrt(GetSquaredLength()); }
     constexpr bool IsZero(double tolerance = 0.0) const { return GetSquaredLength() <= tolerance * tolerance; }
 
-    /// Scales the vector to unit length. Returns false, leaving the vector unchanged, when its
-    /// length is zero or not finite.
+    /// Scales the vector to unit length. Returns false, leaving the vector unchanged, when it
+    /// is zero or has a component that is not finite.
     bool Normalize()
     {
-        const double length = GetLength();
-        if (!(length > 0.0) || !std::isfinite(length))
+        if (!std::isfinite(m_x) || !std::isfinite(m_y) || !std::isfinite(m_z))
             return false;
-        *this = *this / length;
+        // Scaling by the largest component first keeps the squared length from overflowing
+        // (1e200) or underflowing (1e-200) on the way.
+        const double largest = std::fmax(std::fabs(m_x), std::fmax(std::fabs(m_y), std::fabs(m_z)));
+        if (!(largest > 0.0))
+            return false;
+        const ZYLMathVector scaled = *this / largest;
+        *this = scaled / scaled.GetLength();
         return true;
     }
     /// Returns the unit vector of this direction, or no value for a zero vector.
