@@ -202,7 +202,7 @@ ZYLFeatTransaction *ZYLFeatContainer::RequireFeatureTransaction() const
     return d->open.back().get();
 }
 
-void ZYLFeatContainer::RecordFeatureChange(ZYLFeatTransaction *transaction, std::unique_ptr<FeatureChange> change)
+void ZYLFeatContainer::RecordFeatureChange(ZYLFeatTransaction *transaction, std::unique_ptr<ZYLFeatChange> change)
 {
     {
         // The signal waits until the change is safely kept in the transaction.

@@ -9,6 +9,7 @@
 
 #include <memory>
 
+class ZYLFeatChange;
 class ZYLFeatObject;
 class ZYLFeatTransaction;
 
@@ -27,7 +28,8 @@ class ZYLFeatTransaction;
 /// redo of a history entry, never for an aborted or rolled-back (nested) transaction;
 /// `HistoryChanged` whenever `CanUndo`, `CanRedo` or the entry names may have changed,
 /// including when a top-level transaction opens or closes; `FeaturesChanged` after the
-/// feature list changed by an edit, an abort, an undo or a redo. No signal is emitted while
+/// feature list or the content of a listed feature (`ZYLFeatObject::RecordEdit`) changed by
+/// an edit, an abort, an undo or a redo. No signal is emitted while
 /// changes are being applied.
 ///
 /// Failures throw `ZYLSysException` and leave the container as it was: commit or abort with
@@ -89,6 +91,7 @@ signals:
     void FeaturesChanged();
 
 private:
+    friend class ZYLFeatObject;
     class FeatureChange;
     class BusyScope;
     class EmitScope;
@@ -97,7 +100,7 @@ private:
     void CheckHistoryUsable(const char *operation) const;
     ZYLFeatTransaction *RequireOpenTransaction(const char *operation) const;
     ZYLFeatTransaction *RequireFeatureTransaction() const;
-    void RecordFeatureChange(ZYLFeatTransaction *transaction, std::unique_ptr<FeatureChange> change);
+    void RecordFeatureChange(ZYLFeatTransaction *transaction, std::unique_ptr<ZYLFeatChange> change);
     void NotifyFeaturesChanged();
     void EmitPendingFeaturesChanged();
     void Retire(std::unique_ptr<ZYLFeatTransaction> transaction);

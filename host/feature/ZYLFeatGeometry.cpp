@@ -20,5 +20,7 @@ ZYLFeatGeometry::~ZYLFeatGeometry()
 
 void ZYLFeatGeometry::SetBody(const ZYLGeoBody *body)
 {
-    ZYLFeatRecorder::SetReference(m_body, body);
+    ZYLFeatRecorder::RequireTransaction(QT_TRANSLATE_NOOP("ZYLFeatRecorder", "Setting the body of a feature"));
+    if (body != m_body)
+        RecordEdit(std::make_unique<ZYLFeatReferenceChange<ZYLGeoBody>>(m_body, body));
 }

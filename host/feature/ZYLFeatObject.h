@@ -8,6 +8,9 @@
 #include <QObject>
 #include <QString>
 
+#include <memory>
+
+class ZYLFeatChange;
 class ZYLFeatContainer;
 
 /// A feature: a named object of a container's document. Its lifetime is counted
@@ -28,8 +31,17 @@ public:
     /// Returns the container that lists the feature, or null.
     ZYLFeatContainer *GetContainer() const { return m_container; }
 
+protected:
+    /// Records and makes an edit of the feature's own content in the current transaction
+    /// (throws outside one, changing nothing), like `ZYLFeatRecorder::Record`, and has the
+    /// container that lists the feature announce `FeaturesChanged` after it and after each
+    /// undo and redo of it, so that displays of the container follow. Subclasses route the
+    /// edits that change what is drawn through here.
+    void RecordEdit(std::unique_ptr<ZYLFeatChange> change);
+
 private:
     friend class ZYLFeatContainer;
+    class EditChange;
 
     QString m_name;
     ZYLFeatContainer *m_container = nullptr;
