@@ -300,44 +300,41 @@ ZYLFeatTransaction *ZYLFeatContainer::GetOpenTransaction() const
 
 void ZYLFeatContainer::Undo()
 {
-    CheckHistoryUsable(QT_TR_NOOP("undo"));
-    if (d->undo.empty())
-        throw ZYLSysException(tr("There is nothing to undo."));
-    ZYLFeatMakeRoom(d->redo);
-    ZYLFeatTransaction *transaction = d->undo.back().get();
-    {
-        BusyScope busy(this);
-        transaction->UndoChanges();
-    }
-    d->redo.push_back(std::move(d->undo.back()));
-    d->undo.pop_back();
-
-    EmitScope emitting(this);
-    EmitPendingFeaturesChanged();
-    if (emitting.IsAlive())
-        emit TransactionRolledBackard(transaction);
-    if (emitting.IsAlive())
-        emit HistoryChanged();
+    Replay(true);
 }
 
 void ZYLFeatContainer::Redo()
 {
-    CheckHistoryUsable(QT_TR_NOOP("redo"));
-    if (d->redo.empty())
-        throw ZYLSysException(tr("There is nothing to redo."));
-    ZYLFeatMakeRoom(d->undo);
-    ZYLFeatTransaction *transaction = d->redo.back().get();
+    Replay(false);
+}
+
+void ZYLFeatContainer::Replay(bool backward)
+{
+    CheckHistoryUsable(backward ? QT_TR_NOOP("undo") : QT_TR_NOOP("redo"));
+    auto &from = backward ? d->undo : d->redo;
+    auto &to = backward ? d->redo : d->undo;
+    if (from.empty())
+        throw ZYLSysException(backward ? tr("There is nothing to undo.") : tr("There is nothing to redo."));
+    ZYLFeatMakeRoom(to);
+    ZYLFeatTransaction *transaction = from.back().get();
     {
         BusyScope busy(this);
-        transaction->RedoChanges();
+        if (backward)
+            transaction->UndoChanges();
+        else
+            transaction->RedoChanges();
     }
-    d->undo.push_back(std::move(d->redo.back()));
-    d->redo.pop_back();
+    to.push_back(std::move(from.back()));
+    from.pop_back();
 
     EmitScope emitting(this);
     EmitPendingFeaturesChanged();
-    if (emitting.IsAlive())
-        emit TransactionRolledForward(transaction);
+    if (emitting.IsAlive()) {
+        if (backward)
+            emit TransactionRolledBackard(transaction);
+        else
+            emit TransactionRolledForward(transaction);
+    }
     if (emitting.IsAlive())
         emit HistoryChanged();
 }

@@ -96,6 +96,8 @@ private:
     class BusyScope;
     class EmitScope;
 
+    // Undoes the newest undo entry or redoes the next redo entry.
+    void Replay(bool backward);
     void CheckNotBusy(const char *operation) const;
     void CheckHistoryUsable(const char *operation) const;
     ZYLFeatTransaction *RequireOpenTransaction(const char *operation) const;
