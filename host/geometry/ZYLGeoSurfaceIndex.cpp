@@ -499,19 +499,19 @@ Candidate ZYLGeoSurfaceIndex::Data::Solve(const ZYLMathPoint &q, const Domain &r
     const auto tryStep = [&](double su, double sv, bool *tiny) {
         *tiny = false;
         for (int h = 0; h < maxHalvings; ++h, su *= 0.5, sv *= 0.5) {
-            const double nu_ = Clamp(c.u + su, rect.uMin, rect.uMax);
-            const double nv_ = Clamp(c.v + sv, rect.vMin, rect.vMax);
-            if ((s.du * (nu_ - c.u) + s.dv * (nv_ - c.v)).GetSquaredLength() <= 0.25 * tolerance * tolerance) {
+            const double nextU = Clamp(c.u + su, rect.uMin, rect.uMax);
+            const double nextV = Clamp(c.v + sv, rect.vMin, rect.vMax);
+            if ((s.du * (nextU - c.u) + s.dv * (nextV - c.v)).GetSquaredLength() <= 0.25 * tolerance * tolerance) {
                 *tiny = true;
                 return false;
             }
-            const ZYLGeoSurface::SecondDerivatives t = surface.EvaluateSecondDerivatives(nu_, nv_);
+            const ZYLGeoSurface::SecondDerivatives t = surface.EvaluateSecondDerivatives(nextU, nextV);
             const ZYLMathVector rn = t.point - q;
             const double fn = rn.GetSquaredLength();
             if (fn <= f + 2.0 * std::sqrt(f) * noise + noise * noise) {
                 *tiny = h == 0 && (t.point - s.point).GetSquaredLength() <= tolerance * tolerance;
-                c.u = nu_;
-                c.v = nv_;
+                c.u = nextU;
+                c.v = nextV;
                 s = t;
                 r = rn;
                 f = fn;
@@ -579,10 +579,9 @@ Candidate ZYLGeoSurfaceIndex::Data::Solve(const ZYLMathPoint &q, const Domain &r
             continue;
         }
         // The projected Newton direction may not descend when a bound cuts it: fall back to
-        // the scaled gradient.
-        if (!tryStep(a > 0.0 ? -pgu / a : 0.0, cc > 0.0 ? -pgv / cc : 0.0, &tiny) && !tiny)
-            break;
-        if (tiny)
+        // the scaled gradient. When that cannot descend either, the point is a minimum to
+        // working accuracy.
+        if (!tryStep(a > 0.0 ? -pgu / a : 0.0, cc > 0.0 ? -pgv / cc : 0.0, &tiny) || tiny)
             break;
     }
     c.point = s.point;
