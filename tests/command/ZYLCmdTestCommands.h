@@ -1,0 +1,109 @@
+// SPDX-License-Identifier: LicenseRef-ZYL-Proprietary
+#pragma once
+
+#include "ZYLCmdDialogCommand.h"
+
+#include <QPointer>
+#include <QStringList>
+#include <QWidget>
+
+class ZYLFeatObject;
+
+// What the recording commands do besides writing the log: the operation named in `throwIn`
+// throws a ZYLSysException, the one named in `editIn` renames `feature` (an edit recorded in
+// the open transaction), the one named in `cancelIn` cancels the command from inside itself.
+// Operation names: "ctor", "Initialize", "Load", "GainFocus", "LoseFocus", "Commit", "Cleanup",
+// "PostApply", "CreateContentWidget", "Click".
+struct ZYLCmdTestScript {
+    QString throwIn;
+    QString editIn;
+    QString cancelIn;
+    bool cleanupResult = true;
+    // Show delay the recording dialog commands set in their constructor.
+    int showDelay = 0;
+    ZYLFeatObject *feature = nullptr;
+    QStringList log;
+
+    static ZYLCmdTestScript &Get();
+    void Reset();
+    // Writes "<who>.<operation>" to the log, then does what the script says for it. With a
+    // feature in a container, "Commit" and "Cleanup" are logged with "[open]" or "[closed]":
+    // the state of the container's transaction at that moment.
+    void Step(QObject *who, const QString &operation);
+};
+
+// The panel of the recording dialog commands; logs its destruction.
+class ZYLCmdTestPanel : public QWidget {
+    Q_OBJECT
+public:
+    explicit ZYLCmdTestPanel(QWidget *parent);
+    ~ZYLCmdTestPanel() override;
+};
+
+// Recording plain command (no panel), for "view"-like actions.
+class ZYLCmdTestPlainCmd : public ZYLCmdCommand {
+    Q_OBJECT
+    Q_CLASSINFO("label", "Plain test")
+public:
+    Q_INVOKABLE explicit ZYLCmdTestPlainCmd(QObject *parent);
+    ~ZYLCmdTestPlainCmd() override;
+    void Initialize() override;
+    void GainFocus() override;
+    void LoseFocus() override;
+    void Load() override;
+    void Commit() override;
+    bool Cleanup() override;
+    void PostApply() override;
+};
+
+// Recording dialog command with a ZYLCmdTestPanel, Ok | Cancel, shown at once.
+class ZYLCmdTestDialogCmd : public ZYLCmdDialogCommand {
+    Q_OBJECT
+    Q_CLASSINFO("label", "Dialog test")
+public:
+    Q_INVOKABLE explicit ZYLCmdTestDialogCmd(QObject *parent);
+    ~ZYLCmdTestDialogCmd() override;
+    void Initialize() override;
+    void GainFocus() override;
+    void LoseFocus() override;
+    void Load() override;
+    void Commit() override;
+    bool Cleanup() override;
+    void PostApply() override;
+    QWidget *CreateContentWidget(QWidget *parent) override;
+    void Click(QDialogButtonBox::StandardButton button) override;
+
+protected:
+    ZYLCmdTestDialogCmd(QObject *parent, ConcurrencyBehavior concurrency);
+};
+
+// The panel stays hidden until the command calls ShowDialog().
+class ZYLCmdTestHiddenCmd : public ZYLCmdTestDialogCmd {
+    Q_OBJECT
+    Q_CLASSINFO("label", "Hidden test")
+public:
+    Q_INVOKABLE explicit ZYLCmdTestHiddenCmd(QObject *parent);
+};
+
+// Close | Help buttons; accepted, not cancelled, when another action interrupts it.
+class ZYLCmdTestKeepCmd : public ZYLCmdTestDialogCmd {
+    Q_OBJECT
+    Q_CLASSINFO("label", "Keep test")
+public:
+    Q_INVOKABLE explicit ZYLCmdTestKeepCmd(QObject *parent);
+    QDialogButtonBox::StandardButtons GetStandardButtons() const override;
+};
+
+// Refused by RegisterCommand: its constructor is not invokable.
+class ZYLCmdTestNoCtorCmd : public ZYLCmdCommand {
+    Q_OBJECT
+public:
+    explicit ZYLCmdTestNoCtorCmd(QObject *parent);
+};
+
+// Refused by RegisterCommand: not a command.
+class ZYLCmdTestNotACmd : public QObject {
+    Q_OBJECT
+public:
+    Q_INVOKABLE explicit ZYLCmdTestNotACmd(QObject *parent);
+};
