@@ -2,9 +2,12 @@
 #include "ZYLFeatTransactionContext.h"
 
 #include "ZYLFeatContainer.h"
+#include "ZYLFeatEnvironment.h"
+#include "ZYLFeatEnvironmentManager.h"
 #include "ZYLFeatTransaction.h"
 
 #include "ZYLSysException.h"
+#include "ZYLVisEnvironmentBatchContext.h"
 
 #include <QPointer>
 
@@ -12,13 +15,16 @@ struct ZYLFeatTransactionContext::Data {
     QPointer<ZYLFeatContainer> container;
     QPointer<ZYLFeatTransaction> transaction;
     bool flagged = false;
+    // With UpdateDisplayAtEnd: the environment showing the container, held back while the
+    // context lives. The batch is declared last so that it ends after everything else.
+    QPointer<ZYLFeatEnvironment> environment;
+    std::unique_ptr<ZYLVisEnvironmentBatchContext> batch;
 };
 
 ZYLFeatTransactionContext::ZYLFeatTransactionContext(ZYLFeatContainer *container, const QString &name,
                                                      bool requireTopLevel, AutoUpdateBehavior autoUpdate)
     : d(std::make_unique<Data>())
 {
-    Q_UNUSED(autoUpdate);
     if (!container)
         throw ZYLSysException(tr("Cannot open the transaction \"%1\" without a container.").arg(name));
     if (requireTopLevel && container->HasOpenTransaction())
@@ -26,6 +32,13 @@ ZYLFeatTransactionContext::ZYLFeatTransactionContext(ZYLFeatContainer *container
                                   .arg(name, container->GetOpenTransaction()->GetName()));
     d->container = container;
     d->transaction = container->OpenTransaction(name);
+    const ZYLFeatEnvironmentManager *manager = ZYLFeatEnvironmentManager::GetManager();
+    ZYLFeatEnvironment *environment = manager ? manager->GetCurrentEnvironment() : nullptr;
+    if (autoUpdate == UpdateDisplayAtEnd && environment && environment->GetContainer() == container) {
+        d->environment = environment;
+        d->batch = std::make_unique<ZYLVisEnvironmentBatchContext>(environment);
+        environment->HoldContentUpdates();
+    }
 }
 
 ZYLFeatTransactionContext::~ZYLFeatTransactionContext()
@@ -37,6 +50,9 @@ ZYLFeatTransactionContext::~ZYLFeatTransactionContext()
     } catch (...) {
         qCritical("ZYLFeatTransactionContext: closing the transaction failed");
     }
+    // Inside the batch, so the rebuilt content and the edits are drawn once.
+    if (d->environment)
+        d->environment->ReleaseContentUpdates();
 }
 
 void ZYLFeatTransactionContext::FlagComplete()

@@ -31,9 +31,10 @@ public:
     enum AutoUpdateBehavior {
         /// Nothing: whoever makes the edits keeps the display up to date.
         NoAutoUpdate = 0,
-        /// The display of the current feature environment is held back while the context
-        /// lives and updated once when it ends, after the commit or rollback, so a long run
-        /// of edits is drawn once.
+        /// When the current feature environment shows the container, its display is held
+        /// back while the context lives (a `ZYLVisEnvironmentBatchContext`, and no rebuild
+        /// of its content) and updated once when the context ends, after the commit or
+        /// rollback, so a long run of edits is drawn once.
         UpdateDisplayAtEnd = 1,
     };
 

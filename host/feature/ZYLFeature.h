@@ -53,14 +53,35 @@
 ///
 /// Display
 /// -------
-/// `ZYLFeatEnvironment` is the 3-D scene of a container; the environment manager knows
-/// the current one. `ZYLFeatContainerManager` gives each container a provider that builds
-/// the representation of its content.
+/// `ZYLFeatEnvironment` is a `ZYLVisEnvironment` bound to one container: the document's
+/// scene, which shows the container's content as one scene object and carries the surface
+/// configuration (`ZYLFeatVisualizationConfig`) used to draw bodies everywhere. It is not
+/// the scene that a module's edit commands fill with their own objects; a host hands the
+/// module that one separately. `ZYLFeatEnvironmentManager` holds the current feature
+/// environment, which the host sets and which is cleared when it is destroyed; commands
+/// open their transactions on its container.
+///
+/// `ZYLFeatContainerManager` gives each container its provider, the builder of the
+/// representation of its content: by default one `ZYLVisRepFactory` representation per
+/// geometry feature drawn with the current environment's surface configuration (or the
+/// defaults), in a `ZYLVisRepSet`; containers with other content (a machine head's model)
+/// register their own.
+///
+/// The bool argument of `ZYLFeatTransactionContext` (`requireTopLevel`), when true, demands a top-level
+/// transaction of its own (the constructor throws if one is open); with false, which edit
+/// commands pass, it nests in the open transaction. Auto-update behaviour 1
+/// (`UpdateDisplayAtEnd`) holds back the display of the current environment while the
+/// context lives and draws the result once at its end; 0 leaves the display alone.
 
 #include "ZYLFeatChange.h"
 #include "ZYLFeatContainer.h"
+#include "ZYLFeatContainerManager.h"
+#include "ZYLFeatContainerProvider.h"
+#include "ZYLFeatEnvironment.h"
+#include "ZYLFeatEnvironmentManager.h"
 #include "ZYLFeatGeometry.h"
 #include "ZYLFeatObject.h"
 #include "ZYLFeatRecorder.h"
 #include "ZYLFeatTransaction.h"
 #include "ZYLFeatTransactionContext.h"
+#include "ZYLFeatVisualizationConfig.h"
