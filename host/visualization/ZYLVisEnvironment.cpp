@@ -94,7 +94,8 @@ struct ZYLVisEnvironment::Data {
         table.swap(compact);
     }
 
-    void ChangeSelection(const QSet<ZYLVisObject *> &added, const QSet<ZYLVisObject *> &removed)
+    // The sets are taken by value: a caller may pass the selection itself as `removed`.
+    void ChangeSelection(QSet<ZYLVisObject *> added, QSet<ZYLVisObject *> removed)
     {
         if (added.isEmpty() && removed.isEmpty())
             return;
@@ -104,7 +105,7 @@ struct ZYLVisEnvironment::Data {
         q->NotifyChanged();
     }
 
-    void ChangePreselection(const QSet<ZYLVisObject *> &added, const QSet<ZYLVisObject *> &removed)
+    void ChangePreselection(QSet<ZYLVisObject *> added, QSet<ZYLVisObject *> removed)
     {
         if (added.isEmpty() && removed.isEmpty())
             return;
@@ -242,10 +243,12 @@ ZYLVisEnvironment::~ZYLVisEnvironment()
 
 void ZYLVisEnvironment::AddVirtualObject(ZYLVisVirtualObject *object)
 {
-    if (!object || object->GetSceneIndex() >= 0)
+    if (!object)
         return;
     if (object->GetEnvironment() != this)
         throw ZYLSysException(QStringLiteral("The object \"%1\" was made for another 3-D scene.").arg(object->GetLabel()));
+    if (object->GetSceneIndex() >= 0)
+        return;
     d->table.push_back(object);
     object->SetSceneIndex(qsizetype(d->table.size()) - 1);
     ++d->live;

@@ -28,7 +28,8 @@ bool hitPoint(const ZYLVisPickRay &ray, const ZYLMathPoint &p, ElementHit &hit)
     const double t = v.Dot(ray.GetDirection());
     if (t < 0.0)
         return false;
-    const double d2 = std::max(0.0, v.GetSquaredLength() - t * t);
+    // The perpendicular itself, not |v|² − t², which cancels badly far along the ray.
+    const double d2 = (v - ray.GetDirection() * t).GetSquaredLength();
     const double r = ray.GetRadiusAt(t);
     if (d2 > r * r)
         return false;

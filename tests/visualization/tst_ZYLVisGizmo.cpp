@@ -1,0 +1,231 @@
+// SPDX-License-Identifier: LicenseRef-ZYL-Proprietary
+// Gizmo drags: translation along and rotation about the axes of its frame, only for enabled
+// interactions, with PositionChanged for drags and not for SetPosition.
+
+#include "ZYLVisGizmo.h"
+
+#include "ZYLVisTestScene.h"
+
+#include <QSignalSpy>
+#include <QTest>
+
+#include <cmath>
+#include <numbers>
+
+namespace {
+constexpr double size = 10.0;
+
+// A frame away from the world axes, so that a mix-up of local and global axes shows.
+ZYLMathAxis tiltedFrame()
+{
+    return ZYLMathAxis(ZYLMathPoint(5, -3, 2), ZYLMathVector(1, 1, 0), ZYLMathVector(-1, 1, 1));
+}
+
+// A ray looking along `view` that passes through `target`.
+ZYLVisPickRay rayThrough(const ZYLMathPoint &target, const ZYLMathVector &view)
+{
+    return ZYLVisPickRay(target - view * 200.0, view, 0.01);
+}
+
+bool sameFrame(const ZYLMathAxis &a, const ZYLMathAxis &b)
+{
+    return a.IsEqual(b, 1e-9, 1e-9);
+}
+}
+
+class tst_ZYLVisGizmo : public QObject {
+    Q_OBJECT
+
+private slots:
+    void translateAlongEnabledAxis_data();
+    void translateAlongEnabledAxis();
+    void rotateAboutEnabledAxis_data();
+    void rotateAboutEnabledAxis();
+    void setPositionNeitherEmitsNorShows();
+    void hiddenGizmoCannotBeDragged();
+    void invalidSettingsAreRefused();
+    void repHasOneHandlePerInteraction();
+    void environmentListsGizmos();
+};
+
+void tst_ZYLVisGizmo::translateAlongEnabledAxis_data()
+{
+    QTest::addColumn<int>("axis");
+    QTest::addColumn<int>("enabled");
+    QTest::addColumn<bool>("moves");
+    for (int k = 0; k < 3; ++k) {
+        QTest::addRow("axis %d, all enabled", k) << k << 119 << true;
+        QTest::addRow("axis %d, 55", k) << k << 55 << true;
+        QTest::addRow("axis %d, rotations only", k) << k << 0x70 << false;
+        QTest::addRow("axis %d, other translations", k) << k << (7 & ~(1 << k)) << false;
+    }
+}
+
+void tst_ZYLVisGizmo::translateAlongEnabledAxis()
+{
+    QFETCH(int, axis);
+    QFETCH(int, enabled);
+    QFETCH(bool, moves);
+    ZYLVisEnvironment env;
+    ZYLVisGizmo gizmo(&env);
+    gizmo.SetSize(size);
+    gizmo.SetEnabledInteraction(enabled);
+    const ZYLMathAxis start = tiltedFrame();
+    gizmo.SetPosition(start);
+    QSignalSpy spy(&gizmo, &ZYLVisGizmo::PositionChanged);
+
+    const ZYLMathPoint &g = start.GetOrigin();
+    const ZYLMathVector &a = start.GetDirection(axis);
+    const ZYLMathVector &view = start.GetDirection((axis + 1) % 3);
+    QCOMPARE(gizmo.BeginDrag(rayThrough(g + a * (0.5 * size), view)), moves);
+    // Drag 3 units along the axis, with some sideways wobble that must not leak in.
+    const ZYLMathVector side = start.GetDirection((axis + 2) % 3);
+    QCOMPARE(gizmo.Drag(rayThrough(g + a * (0.5 * size + 3.0) + side * 0.7, view)), moves);
+    gizmo.EndDrag();
+    QVERIFY(!gizmo.IsDragging());
+
+    const ZYLMathAxis expected = moves ? start.Translated(a * 3.0) : start;
+    QVERIFY(sameFrame(gizmo.GetPosition(), expected));
+    QCOMPARE(spy.count(), moves ? 1 : 0);
+    if (moves)
+        QVERIFY(sameFrame(spy.at(0).at(0).value<ZYLMathAxis>(), expected));
+    // After the end of the drag, further rays move nothing.
+    QVERIFY(!gizmo.Drag(rayThrough(g, view)));
+}
+
+void tst_ZYLVisGizmo::rotateAboutEnabledAxis_data()
+{
+    QTest::addColumn<int>("axis");
+    QTest::addColumn<int>("enabled");
+    QTest::addColumn<bool>("turns");
+    QTest::newRow("about x, 55") << 0 << 55 << true;
+    QTest::newRow("about y, 55") << 1 << 55 << true;
+    QTest::newRow("about z, 55") << 2 << 55 << false;
+    QTest::newRow("about z, all") << 2 << 119 << true;
+    QTest::newRow("about x, translations only") << 0 << 7 << false;
+}
+
+void tst_ZYLVisGizmo::rotateAboutEnabledAxis()
+{
+    QFETCH(int, axis);
+    QFETCH(int, enabled);
+    QFETCH(bool, turns);
+    ZYLVisEnvironment env;
+    ZYLVisGizmo gizmo(&env);
+    gizmo.SetSize(size);
+    gizmo.SetEnabledInteraction(enabled);
+    const ZYLMathAxis start = tiltedFrame();
+    gizmo.SetPosition(start);
+    QSignalSpy spy(&gizmo, &ZYLVisGizmo::PositionChanged);
+
+    const ZYLMathPoint &g = start.GetOrigin();
+    const ZYLMathVector &a = start.GetDirection(axis);
+    const ZYLMathVector &u = start.GetDirection((axis + 1) % 3);
+    const ZYLMathVector &w = start.GetDirection((axis + 2) % 3);
+    const double ring = 0.75 * size;
+    const auto onRing = [&](double angle) { return g + (u * std::cos(angle) + w * std::sin(angle)) * ring; };
+    // Grab the ring between two arrows, looking along the axis, and turn it by 30 degrees.
+    const double grab = std::numbers::pi / 4;
+    const double turn = std::numbers::pi / 6;
+    QCOMPARE(gizmo.BeginDrag(rayThrough(onRing(grab), a)), turns);
+    if (turns)
+        QCOMPARE(gizmo.GetDraggedHandle(), 16 << axis);
+    gizmo.Drag(rayThrough(onRing(grab + turn), a));
+    gizmo.EndDrag();
+
+    const ZYLMathAxis expected = turns ? start.Rotated(g, a, turn) : start;
+    QVERIFY(sameFrame(gizmo.GetPosition(), expected));
+    QCOMPARE(spy.count(), turns ? 1 : 0);
+    if (turns) {
+        // The turn is about the axis through the origin: origin and axis stay.
+        QVERIFY((gizmo.GetPosition().GetOrigin() - g).GetLength() < 1e-9);
+        QVERIFY((gizmo.GetPosition().GetDirection(axis) - a).GetLength() < 1e-9);
+    }
+}
+
+void tst_ZYLVisGizmo::setPositionNeitherEmitsNorShows()
+{
+    ZYLVisEnvironment env;
+    ZYLVisGizmo gizmo(&env);
+    QVERIFY(gizmo.IsShown());
+    QSignalSpy spy(&gizmo, &ZYLVisGizmo::PositionChanged);
+    gizmo.Show(false);
+    gizmo.SetPosition(tiltedFrame());
+    QCOMPARE(spy.count(), 0);
+    QVERIFY(!gizmo.IsShown());
+    QVERIFY(sameFrame(gizmo.GetPosition(), tiltedFrame()));
+}
+
+void tst_ZYLVisGizmo::hiddenGizmoCannotBeDragged()
+{
+    ZYLVisEnvironment env;
+    ZYLVisGizmo gizmo(&env);
+    gizmo.SetSize(size);
+    const ZYLMathVector view(0, 1, 0);
+    const ZYLVisPickRay grab = rayThrough(ZYLMathPoint(5, 0, 0), view);
+    gizmo.Show(false);
+    QVERIFY(!gizmo.BeginDrag(grab));
+
+    // Hiding or disabling the dragged handle ends the drag.
+    gizmo.Show(true);
+    QVERIFY(gizmo.BeginDrag(grab));
+    gizmo.Show(false);
+    QVERIFY(!gizmo.Drag(rayThrough(ZYLMathPoint(7, 0, 0), view)));
+    gizmo.Show(true);
+    QVERIFY(gizmo.BeginDrag(grab));
+    gizmo.SetEnabledInteraction(ZYLVisGizmo::TranslateY);
+    QVERIFY(!gizmo.Drag(rayThrough(ZYLMathPoint(7, 0, 0), view)));
+    QVERIFY(sameFrame(gizmo.GetPosition(), ZYLMathAxis()));
+}
+
+void tst_ZYLVisGizmo::invalidSettingsAreRefused()
+{
+    ZYLVisEnvironment env;
+    ZYLVisGizmo gizmo(&env);
+    gizmo.SetEnabledInteraction(55);
+    QVERIFY_THROWS_EXCEPTION(ZYLSysException, gizmo.SetEnabledInteraction(8));
+    QVERIFY_THROWS_EXCEPTION(ZYLSysException, gizmo.SetEnabledInteraction(128));
+    QCOMPARE(gizmo.GetEnabledInteraction(), 55);
+    QVERIFY_THROWS_EXCEPTION(ZYLSysException, gizmo.SetSize(0.0));
+    QVERIFY_THROWS_EXCEPTION(ZYLSysException, gizmo.SetSize(std::nan("")));
+    QCOMPARE(gizmo.GetSize(), 100.0);
+    QVERIFY_THROWS_EXCEPTION(ZYLSysException, ZYLVisGizmo(nullptr));
+}
+
+void tst_ZYLVisGizmo::repHasOneHandlePerInteraction()
+{
+    ZYLVisEnvironment env;
+    ZYLVisGizmo gizmo(&env);
+    gizmo.SetEnabledInteraction(55);
+    const ZYLVisRep *rep = gizmo.GetRep();
+    int arrows = 0, rings = 0;
+    for (const ZYLVisRep::Item &item : rep->GetAllPrimitives()) {
+        arrows += item.primitive->GetKind() == ZYLVisPrimitive::Kind::Segments;
+        rings += item.primitive->GetKind() == ZYLVisPrimitive::Kind::Polyline;
+        QVERIFY(!item.options->IsDepthEnabled());
+    }
+    QCOMPARE(arrows, 3);
+    QCOMPARE(rings, 2);
+    // The arrows reach the size along the axes.
+    QCOMPARE(rep->GetBoundingBox().GetMax().X(), 100.0);
+    gizmo.SetEnabledInteraction(ZYLVisGizmo::AllInteractions);
+    QCOMPARE(int(gizmo.GetRep()->GetAllPrimitives().size()), 6);
+}
+
+void tst_ZYLVisGizmo::environmentListsGizmos()
+{
+    ZYLVisEnvironment env;
+    QSignalSpy changed(&env, &ZYLVisEnvironment::Changed);
+    auto gizmo = std::make_unique<ZYLVisGizmo>(&env);
+    QCOMPARE(env.GetGizmos(), QList<ZYLVisGizmo *>{gizmo.get()});
+    const int afterCreation = int(changed.count());
+    gizmo->SetSize(10.0);
+    gizmo->BeginDrag(rayThrough(ZYLMathPoint(5, 0, 0), ZYLMathVector(0, 1, 0)));
+    gizmo->Drag(rayThrough(ZYLMathPoint(6, 0, 0), ZYLMathVector(0, 1, 0)));
+    QCOMPARE(int(changed.count()), afterCreation + 2);
+    gizmo.reset();
+    QVERIFY(env.GetGizmos().isEmpty());
+}
+
+QTEST_GUILESS_MAIN(tst_ZYLVisGizmo)
+#include "tst_ZYLVisGizmo.moc"
