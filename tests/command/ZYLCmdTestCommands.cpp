@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: LicenseRef-ZYL-Proprietary
 #include "ZYLCmdTestCommands.h"
 
+#include "ZYLCmdController.h"
+#include "ZYLCmdDialogHandler.h"
 #include "ZYLFeatContainer.h"
 #include "ZYLFeatObject.h"
 #include "ZYLSysException.h"
@@ -26,6 +28,11 @@ void ZYLCmdTestScript::Step(QObject *who, const QString &operation) {
     log.append(entry);
     if (operation == editIn && feature)
         feature->SetName(QStringLiteral("edited in ") + operation);
+    if (operation == disableOkIn) {
+        if (auto *command = qobject_cast<ZYLCmdCommand *>(who))
+            ZYLCmdController::GetController()->GetDialogHandler()->SetStandardButtonEnabled(
+                command, QDialogButtonBox::Ok, false);
+    }
     if (operation == cancelIn) {
         if (auto *command = qobject_cast<ZYLCmdCommand *>(who))
             command->Cancel();

@@ -18,6 +18,8 @@ struct ZYLCmdTestScript {
     QString throwIn;
     QString editIn;
     QString cancelIn;
+    // The operation named here disables the command's OK button through the dialog handler.
+    QString disableOkIn;
     bool cleanupResult = true;
     // Show delay the recording dialog commands set in their constructor.
     int showDelay = 0;

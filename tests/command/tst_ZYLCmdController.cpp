@@ -345,6 +345,13 @@ void tst_ZYLCmdController::standardButtonEnabling() {
     QVERIFY(box->button(QDialogButtonBox::Ok)->isEnabled());
     handler->SetStandardButtonEnabled(running, QDialogButtonBox::Ok, false);
     QVERIFY(box->button(QDialogButtonBox::Ok)->isEnabled());
+
+    // A panel may set the buttons while it is being built, before it is in the frame.
+    QVERIFY(controller->Reject());
+    script().disableOkIn = QStringLiteral("CreateContentWidget");
+    QVERIFY(controller->Trigger("ZYLCmdTestDialogCmd.Dialog"));
+    QVERIFY(!box->button(QDialogButtonBox::Ok)->isEnabled());
+    QVERIFY(box->button(QDialogButtonBox::Cancel)->isEnabled());
 }
 
 QTEST_MAIN(tst_ZYLCmdController)
