@@ -44,7 +44,8 @@ class ZYLVisVirtualObject;
 /// other filter, or none, replaces the selection with it; a click on nothing clears the
 /// selection unless the filter is multiple. Then, with DeliverClicks, it emits Clicked.
 /// MouseLeave clears the pre-selection and, with DeliverMoves, emits Left (with the object the
-/// mouse was over, or null).
+/// mouse was over, or null). Selection and pre-selection signals come before the mouse events of
+/// the same call, so that listeners of the events see the new selection.
 class ZYLVISUALIZATION_EXPORT ZYLVisEnvironment : public QObject {
     Q_OBJECT
 

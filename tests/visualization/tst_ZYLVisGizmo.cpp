@@ -45,7 +45,6 @@ private slots:
     void hiddenGizmoCannotBeDragged();
     void invalidSettingsAreRefused();
     void repHasOneHandlePerInteraction();
-    void environmentListsGizmos();
 };
 
 void tst_ZYLVisGizmo::translateAlongEnabledAxis_data()
@@ -212,20 +211,6 @@ void tst_ZYLVisGizmo::repHasOneHandlePerInteraction()
     QCOMPARE(int(gizmo.GetRep()->GetAllPrimitives().size()), 6);
 }
 
-void tst_ZYLVisGizmo::environmentListsGizmos()
-{
-    ZYLVisEnvironment env;
-    QSignalSpy changed(&env, &ZYLVisEnvironment::Changed);
-    auto gizmo = std::make_unique<ZYLVisGizmo>(&env);
-    QCOMPARE(env.GetGizmos(), QList<ZYLVisGizmo *>{gizmo.get()});
-    const int afterCreation = int(changed.count());
-    gizmo->SetSize(10.0);
-    gizmo->BeginDrag(rayThrough(ZYLMathPoint(5, 0, 0), ZYLMathVector(0, 1, 0)));
-    gizmo->Drag(rayThrough(ZYLMathPoint(6, 0, 0), ZYLMathVector(0, 1, 0)));
-    QCOMPARE(int(changed.count()), afterCreation + 2);
-    gizmo.reset();
-    QVERIFY(env.GetGizmos().isEmpty());
-}
 
 QTEST_GUILESS_MAIN(tst_ZYLVisGizmo)
 #include "tst_ZYLVisGizmo.moc"

@@ -18,13 +18,10 @@ private slots:
     void graphicsRefusesBadPrimitiveLists_data();
     void graphicsRefusesBadPrimitiveLists();
     void allPrimitivesDepthFirstWithOptions();
-    void idsAreUnique();
-    void vertexArraysMatchVertices();
     void triangleInputIsChecked_data();
     void triangleInputIsChecked();
     void computedNormalsFollowWinding();
     void badPrimitiveInputIsRefused();
-    void arrowHasShaftAndHead();
     void optionsRefuseUnusableValues();
     void pickRayRefusesBadInput_data();
     void pickRayRefusesBadInput();
@@ -109,30 +106,7 @@ void tst_ZYLVisRep::allPrimitivesDepthFirstWithOptions()
     QVERIFY(!first->GetPrimitive(2));
 }
 
-void tst_ZYLVisRep::idsAreUnique()
-{
-    QSet<quint64> ids;
-    for (int i = 0; i < 100; ++i) {
-        std::unique_ptr<ZYLVisRep> rep(pointRep({{0, 0, 0}}));
-        ids.insert(rep->GetId());
-    }
-    QCOMPARE(ids.size(), 100);
-}
 
-void tst_ZYLVisRep::vertexArraysMatchVertices()
-{
-    const std::vector<ZYLMathPoint> points{{1.5, -2, 3}, {1e6, 0.25, -7}, {0, 0, 1e-3}};
-    const ZYLVisPolylinePrimitive line(points);
-    QCOMPARE(line.GetNumElements(), 2);
-    QCOMPARE(line.GetVertexArray().size(), size_t(9));
-    for (size_t i = 0; i < points.size(); ++i) {
-        for (int k = 0; k < 3; ++k)
-            QCOMPARE(line.GetVertexArray()[3 * i + size_t(k)], float(points[i][k]));
-    }
-    QCOMPARE(line.GetBoundingBox(), ZYLMathBoundingBox(ZYLMathPoint(0, -2, -7), ZYLMathPoint(1e6, 0.25, 3)));
-    QCOMPARE(ZYLVisPolylinePrimitive(std::vector<ZYLMathPoint>{{0, 0, 0}}).GetNumElements(), 0);
-    QCOMPARE(ZYLVisSegmentPrimitive(std::vector<ZYLMathPoint>{points[0], points[1]}).GetNumElements(), 1);
-}
 
 void tst_ZYLVisRep::triangleInputIsChecked_data()
 {
@@ -192,21 +166,6 @@ void tst_ZYLVisRep::badPrimitiveInputIsRefused()
     QVERIFY_THROWS_EXCEPTION(ZYLSysException, ZYLVisPolylinePrimitive(static_cast<const ZYLGeoCurve *>(nullptr)));
 }
 
-void tst_ZYLVisRep::arrowHasShaftAndHead()
-{
-    std::vector<ZYLMathPoint> ends;
-    ZYLVisSegmentPrimitive::AppendArrow(ends, ZYLMathPoint(1, 1, 1), ZYLMathPoint(1, 1, 11), 2.0);
-    QCOMPARE(ends.size(), size_t(10));
-    QCOMPARE(ends[0], ZYLMathPoint(1, 1, 1));
-    QCOMPARE(ends[1], ZYLMathPoint(1, 1, 11));
-    for (size_t i = 2; i < ends.size(); i += 2) {
-        QCOMPARE(ends[i], ZYLMathPoint(1, 1, 11));
-        // Head strokes go back along the shaft by the head length.
-        QCOMPARE_LT(std::abs(ends[i + 1].Z() - 9.0), 1e-12);
-    }
-    ZYLVisSegmentPrimitive::AppendArrow(ends, ZYLMathPoint(), ZYLMathPoint(), 1.0);
-    QCOMPARE(ends.size(), size_t(10));
-}
 
 void tst_ZYLVisRep::optionsRefuseUnusableValues()
 {
