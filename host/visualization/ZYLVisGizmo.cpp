@@ -125,11 +125,11 @@ int ZYLVisGizmo::GetEnabledInteraction() const
 
 void ZYLVisGizmo::SetPosition(const ZYLMathAxis &position)
 {
-    if (position == d->position)
+    if (position == d->position && d->shown)
         return;
     d->position = position;
-    if (d->shown)
-        d->Notify();
+    d->shown = true;
+    d->Notify();
 }
 
 ZYLMathAxis ZYLVisGizmo::GetPosition() const

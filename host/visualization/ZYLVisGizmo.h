@@ -20,7 +20,8 @@ class ZYLVisRep;
 /// The environment lists its gizmos for the viewer, which draws GetRep() placed at
 /// GetPosition() while IsShown(), and routes a drag to BeginDrag, Drag and EndDrag. Each drag
 /// step that moves the frame updates the position and emits PositionChanged. SetPosition does
-/// not emit and does not show a hidden gizmo: showing is only Show's business. A new gizmo is
+/// not emit, and it shows a hidden gizmo: an editor hides the gizmo when no single point is
+/// chosen and simply places it again when one is. A new gizmo is
 /// shown, at the world frame, with every interaction enabled.
 class ZYLVISUALIZATION_EXPORT ZYLVisGizmo : public QObject {
     Q_OBJECT

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: LicenseRef-ZYL-Proprietary
 // Gizmo drags: translation along and rotation about the axes of its frame, only for enabled
-// interactions, with PositionChanged for drags and not for SetPosition.
+// interactions, with PositionChanged for drags and not for SetPosition, which shows a hidden gizmo again.
 
 #include "ZYLVisGizmo.h"
 
@@ -41,7 +41,7 @@ private slots:
     void translateAlongEnabledAxis();
     void rotateAboutEnabledAxis_data();
     void rotateAboutEnabledAxis();
-    void setPositionNeitherEmitsNorShows();
+    void setPositionShowsWithoutEmitting();
     void hiddenGizmoCannotBeDragged();
     void invalidSettingsAreRefused();
     void repHasOneHandlePerInteraction();
@@ -142,16 +142,18 @@ void tst_ZYLVisGizmo::rotateAboutEnabledAxis()
     }
 }
 
-void tst_ZYLVisGizmo::setPositionNeitherEmitsNorShows()
+void tst_ZYLVisGizmo::setPositionShowsWithoutEmitting()
 {
     ZYLVisEnvironment env;
     ZYLVisGizmo gizmo(&env);
     QVERIFY(gizmo.IsShown());
     QSignalSpy spy(&gizmo, &ZYLVisGizmo::PositionChanged);
     gizmo.Show(false);
+    QSignalSpy changed(&env, &ZYLVisEnvironment::Changed);
     gizmo.SetPosition(tiltedFrame());
     QCOMPARE(spy.count(), 0);
-    QVERIFY(!gizmo.IsShown());
+    QVERIFY(gizmo.IsShown());
+    QCOMPARE(changed.count(), 1);
     QVERIFY(sameFrame(gizmo.GetPosition(), tiltedFrame()));
 }
 
