@@ -44,3 +44,18 @@ function(zyl_add_bench name)
     add_executable(${name} ${ARG_SOURCES})
     target_link_libraries(${name} PRIVATE ${ARG_LIBS})
 endfunction()
+
+# zyl_add_present_subdirectories([folder ...])
+# Adds each listed folder, in the order given, once it has a CMakeLists.txt; with no folder
+# listed, every such subfolder in alphabetical order.
+function(zyl_add_present_subdirectories)
+    set(folders ${ARGN})
+    if(NOT folders)
+        file(GLOB folders LIST_DIRECTORIES true RELATIVE ${CMAKE_CURRENT_SOURCE_DIR} ${CMAKE_CURRENT_SOURCE_DIR}/*)
+    endif()
+    foreach(folder IN LISTS folders)
+        if(EXISTS ${CMAKE_CURRENT_SOURCE_DIR}/${folder}/CMakeLists.txt)
+            add_subdirectory(${folder})
+        endif()
+    endforeach()
+endfunction()
