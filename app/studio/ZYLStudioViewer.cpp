@@ -15,10 +15,12 @@
 #include <QOpenGLFunctions_3_3_Core>
 #include <QOpenGLShaderProgram>
 #include <QPointer>
+#include <QTimer>
 #include <QWheelEvent>
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <unordered_map>
 #include <vector>
 
@@ -38,6 +40,16 @@ constexpr double wheelZoomFactor = 0.85;
 constexpr double farFromOriginRatio = 8.0;
 // Gizmos lie above every priority band.
 constexpr int gizmoPriority = std::numeric_limits<int>::max();
+// Thinning dense points and polylines: below this many vertices it is not worth it.
+constexpr int thinningMinVertices = 64;
+// Largest vertex stride used when thinning (the attribute stride stays well below 2048 bytes).
+constexpr int thinningMaxStride = 128;
+// A thinned polyline keeps its drawn vertices at most this many pixels apart.
+constexpr double thinnedLineStepPixels = 2.0;
+// While the user turns, pans or zooms, thinning may go this much further; the view is drawn
+// in full detail again once the motion stops.
+constexpr double interactiveThinning = 4.0;
+constexpr int settleMilliseconds = 300;
 
 /// One primitive in GPU buffers.
 struct GpuPrimitive {
@@ -48,6 +60,13 @@ struct GpuPrimitive {
     GLsizei count = 0;
     /// The point of the primitive's coordinates that the uploaded positions are relative to.
     ZYLMathPoint origin;
+    /// The box of the vertices relative to `origin`.
+    ZYLMathBoundingBox box;
+    /// The longest distance between consecutive vertices (points and polylines that are worth
+    /// thinning; 0 otherwise).
+    double maxStep = 0.0;
+    /// Vertex arrays reading every k-th vertex of the same buffer, by k, made on first use.
+    std::vector<std::pair<int, GLuint>> thinnedVaos;
 };
 
 /// The buffers of one representation, and the frame in which the scene last used it.
@@ -61,7 +80,9 @@ enum class Pass { Opaque, Transparent, OnTop };
 struct DrawItem {
     int priority = 0;
     Pass pass = Pass::Opaque;
-    const GpuPrimitive *primitive = nullptr;
+    GpuPrimitive *primitive = nullptr;
+    /// Draw every stride-th vertex only.
+    int stride = 1;
     QMatrix4x4 modelView;
     QColor color;
 };
@@ -99,6 +120,7 @@ struct ZYLStudioViewer::Data {
     quint64 renderCount = 0;
     quint64 uploadCount = 0;
     quint64 frameCount = 0;
+    qint64 drawnVertices = 0;
 
     // Mouse
     DragMode dragMode = DragMode::None;
@@ -107,10 +129,13 @@ struct ZYLStudioViewer::Data {
     QPointF lastPos;
     QPointer<ZYLVisGizmo> draggedGizmo;
     bool mousePointReported = false;
+    bool interacting = false;
+    QTimer settleTimer;
 
     GpuPrimitive Upload(const ZYLVisPrimitive &primitive, const ZYLVisOptions &options);
+    GLuint ThinnedVao(GpuPrimitive &primitive, int stride);
     void Free(GpuRep &rep);
-    const GpuRep &Acquire(const ZYLVisRep &rep);
+    GpuRep &Acquire(const ZYLVisRep &rep);
     void DropUnused();
 };
 
@@ -131,6 +156,15 @@ GpuPrimitive ZYLStudioViewer::Data::Upload(const ZYLVisPrimitive &primitive, con
             shifted.insert(shifted.end(), {float(v.X()), float(v.Y()), float(v.Z())});
         }
         positions = &shifted;
+    }
+    gpu.box = ZYLMathBoundingBox(box.GetMin() - gpu.origin.ToVector(), box.GetMax() - gpu.origin.ToVector());
+    const bool thinnable = gpu.kind == ZYLVisPrimitive::Kind::Points || gpu.kind == ZYLVisPrimitive::Kind::Polyline;
+    if (thinnable && primitive.GetNumVertices() >= thinningMinVertices) {
+        const std::vector<ZYLMathPoint> &vertices = primitive.GetVertices();
+        double maxSquared = 0.0;
+        for (size_t i = 1; i < vertices.size(); ++i)
+            maxSquared = std::max(maxSquared, vertices[i].GetSquaredDistanceTo(vertices[i - 1]));
+        gpu.maxStep = std::sqrt(maxSquared);
     }
 
     gl.glGenVertexArrays(1, &gpu.vao);
@@ -158,16 +192,36 @@ GpuPrimitive ZYLStudioViewer::Data::Upload(const ZYLVisPrimitive &primitive, con
     return gpu;
 }
 
+GLuint ZYLStudioViewer::Data::ThinnedVao(GpuPrimitive &primitive, int stride)
+{
+    for (const auto &[k, vao] : primitive.thinnedVaos)
+        if (k == stride)
+            return vao;
+    // Only the attribute stride differs: the vertices are uploaded once, whatever is drawn.
+    GLuint vao = 0;
+    gl.glGenVertexArrays(1, &vao);
+    gl.glBindVertexArray(vao);
+    gl.glBindBuffer(GL_ARRAY_BUFFER, primitive.buffers[0]);
+    gl.glVertexAttribPointer(0, 3, GL_FLOAT, GL_FALSE, GLsizei(stride * 3 * sizeof(float)), nullptr);
+    gl.glEnableVertexAttribArray(0);
+    gl.glBindVertexArray(0);
+    gl.glBindBuffer(GL_ARRAY_BUFFER, 0);
+    primitive.thinnedVaos.emplace_back(stride, vao);
+    return vao;
+}
+
 void ZYLStudioViewer::Data::Free(GpuRep &rep)
 {
     for (GpuPrimitive &primitive : rep.primitives) {
         gl.glDeleteBuffers(3, primitive.buffers);
         gl.glDeleteVertexArrays(1, &primitive.vao);
+        for (const auto &[k, vao] : primitive.thinnedVaos)
+            gl.glDeleteVertexArrays(1, &vao);
     }
     rep.primitives.clear();
 }
 
-const GpuRep &ZYLStudioViewer::Data::Acquire(const ZYLVisRep &rep)
+GpuRep &ZYLStudioViewer::Data::Acquire(const ZYLVisRep &rep)
 {
     auto [it, inserted] = cache.try_emplace(rep.GetId());
     GpuRep &gpu = it->second;
@@ -206,6 +260,26 @@ ZYLStudioViewer::ZYLStudioViewer(QWidget *parent) : QOpenGLWidget(parent), d(std
     setFormat(format);
     setMouseTracking(true);
     setMinimumSize(64, 64);
+    d->settleTimer.setSingleShot(true);
+    d->settleTimer.setInterval(settleMilliseconds);
+    connect(&d->settleTimer, &QTimer::timeout, this, [this] { SetInteracting(false); });
+}
+
+void ZYLStudioViewer::SetInteracting(bool interacting)
+{
+    if (interacting)
+        d->settleTimer.start();
+    else
+        d->settleTimer.stop();
+    if (d->interacting != interacting) {
+        d->interacting = interacting;
+        update();
+    }
+}
+
+bool ZYLStudioViewer::IsInteracting() const
+{
+    return d->interacting;
 }
 
 ZYLStudioViewer::~ZYLStudioViewer()
@@ -255,7 +329,7 @@ void ZYLStudioViewer::SetCamera(const ZYLStudioCamera &camera)
     update();
 }
 
-void ZYLStudioViewer::UpdateSceneBox()
+ZYLMathBoundingBox ZYLStudioViewer::UpdateSceneBox()
 {
     ZYLMathBoundingBox box;
     if (d->environment) {
@@ -269,12 +343,12 @@ void ZYLStudioViewer::UpdateSceneBox()
         }
     }
     d->camera.SetSceneBox(box);
+    return box;
 }
 
 void ZYLStudioViewer::FitAll()
 {
-    UpdateSceneBox();
-    d->camera.Fit(d->environment ? d->environment->GetBoundingBox() : ZYLMathBoundingBox(), QSizeF(size()));
+    d->camera.Fit(UpdateSceneBox(), QSizeF(size()));
     update();
 }
 
@@ -335,6 +409,11 @@ int ZYLStudioViewer::GetCachedRepCount() const
     return int(d->cache.size());
 }
 
+qint64 ZYLStudioViewer::GetDrawnVertexCount() const
+{
+    return d->drawnVertices;
+}
+
 quint64 ZYLStudioViewer::GetFrameCount() const
 {
     return d->frameCount;
@@ -367,9 +446,9 @@ void ZYLStudioViewer::initializeGL()
         doneCurrent();
     });
     d->backgroundProgram = buildProgram(QStringLiteral("background.vert"), QStringLiteral("background.frag"));
-    d->pointProgram = buildProgram(QStringLiteral("geometry.vert"), QStringLiteral("point.frag"));
-    d->lineProgram = buildProgram(QStringLiteral("geometry.vert"), QStringLiteral("flat.frag"));
-    d->triangleProgram = buildProgram(QStringLiteral("geometry.vert"), QStringLiteral("lit.frag"));
+    d->pointProgram = buildProgram(QStringLiteral("plain.vert"), QStringLiteral("point.frag"));
+    d->lineProgram = buildProgram(QStringLiteral("plain.vert"), QStringLiteral("flat.frag"));
+    d->triangleProgram = buildProgram(QStringLiteral("lit.vert"), QStringLiteral("lit.frag"));
     d->gl.glGenVertexArrays(1, &d->backgroundVao);
     d->gl.glGetFloatv(GL_ALIASED_LINE_WIDTH_RANGE, d->lineWidthRange);
 }
@@ -439,9 +518,44 @@ void ZYLStudioViewer::RenderScene(const QSize &pixelSize, const QSizeF &viewport
 
     UpdateSceneBox();
     const ZYLStudioCamera &camera = d->camera;
+    const bool perspective = camera.GetProjection() == Projection::Perspective;
+    const float pixelRatio = viewport.height() > 0.0 ? float(pixelSize.height() / viewport.height()) : 1.0f;
+    // Model units per device pixel: at unit depth in perspective, everywhere in orthographic.
+    const double devicePixel = 2.0 * (perspective ? std::tan(0.5 * camera.GetFieldOfView()) : camera.GetHalfHeight())
+                               / std::max(pixelSize.height(), 1);
+    const double nearPlane = camera.GetClipRange().first;
+    // Points and polylines far denser than the pixels are drawn through every k-th vertex:
+    // the draw stage of a software renderer pays per vertex, and a dot every half sprite or
+    // a line vertex every two pixels looks the same.
+    auto strideFor = [&](const GpuPrimitive &primitive, const QMatrix4x4 &modelView) {
+        if (primitive.maxStep <= 0.0)
+            return 1;
+        double pixel = devicePixel;
+        if (perspective) {
+            double nearest = std::numeric_limits<double>::infinity();
+            for (int corner = 0; corner < 8; ++corner) {
+                const ZYLMathPoint &low = primitive.box.GetMin();
+                const ZYLMathPoint &high = primitive.box.GetMax();
+                const QVector3D eye = modelView.map(QVector3D(float(corner & 1 ? high.X() : low.X()),
+                                                              float(corner & 2 ? high.Y() : low.Y()),
+                                                              float(corner & 4 ? high.Z() : low.Z())));
+                nearest = std::min(nearest, double(-eye.z()));
+            }
+            pixel *= std::max(nearest, nearPlane);
+        }
+        const double allowedPixels = (primitive.kind == ZYLVisPrimitive::Kind::Points
+                                          ? 0.5 * primitive.options.GetPointSize() * pixelRatio
+                                          : thinnedLineStepPixels * pixelRatio)
+                                     * (d->interacting ? interactiveThinning : 1.0);
+        const double most = allowedPixels * pixel / primitive.maxStep;
+        int stride = 1;
+        while (2 * stride <= most && 2 * stride <= thinningMaxStride)
+            stride *= 2;
+        return stride;
+    };
     std::vector<DrawItem> items;
     auto addRep = [&](const ZYLVisRep &rep, const ZYLMathAxis &frame, int priority, bool selected, bool preselected) {
-        for (const GpuPrimitive &primitive : d->Acquire(rep).primitives) {
+        for (GpuPrimitive &primitive : d->Acquire(rep).primitives) {
             const ZYLVisOptions &options = primitive.options;
             DrawItem item;
             item.priority = priority == gizmoPriority ? priority : options.GetPriority();
@@ -450,6 +564,7 @@ void ZYLStudioViewer::RenderScene(const QSize &pixelSize, const QSizeF &viewport
                                                            : Pass::Opaque;
             item.primitive = &primitive;
             item.modelView = camera.GetModelViewMatrix(frame, primitive.origin);
+            item.stride = strideFor(primitive, item.modelView);
             item.color = GetDisplayColor(options.GetColor(), selected, preselected);
             item.color.setAlphaF(float(1.0 - options.GetTransparency()));
             items.push_back(std::move(item));
@@ -481,15 +596,14 @@ void ZYLStudioViewer::RenderScene(const QSize &pixelSize, const QSizeF &viewport
     });
 
     const QMatrix4x4 projection = camera.GetProjectionMatrix(viewport);
-    const bool perspective = camera.GetProjection() == Projection::Perspective;
-    const float pixelRatio = viewport.height() > 0.0 ? float(pixelSize.height() / viewport.height()) : 1.0f;
+    d->drawnVertices = 0;
     gl.glEnable(GL_PROGRAM_POINT_SIZE);
     gl.glEnable(GL_BLEND);
     gl.glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
     QOpenGLShaderProgram *bound = nullptr;
     for (size_t i = 0; i < items.size(); ++i) {
         const DrawItem &item = items[i];
-        const GpuPrimitive &primitive = *item.primitive;
+        GpuPrimitive &primitive = *item.primitive;
         // Each priority band starts on a fresh depth buffer so that it lies over lower ones.
         if (i > 0 && item.priority != items[i - 1].priority)
             gl.glClear(GL_DEPTH_BUFFER_BIT);
@@ -534,11 +648,25 @@ void ZYLStudioViewer::RenderScene(const QSize &pixelSize, const QSizeF &viewport
         else if (mode != GL_TRIANGLES)
             gl.glLineWidth(std::clamp(float(primitive.options.GetLineThickness()) * pixelRatio, d->lineWidthRange[0],
                                       d->lineWidthRange[1]));
-        gl.glBindVertexArray(primitive.vao);
+        GLuint vao = primitive.vao;
+        GLsizei count = primitive.count;
+        if (item.stride > 1) {
+            vao = d->ThinnedVao(primitive, item.stride);
+            count = (count - 1) / item.stride + 1;
+        }
+        gl.glBindVertexArray(vao);
         if (mode == GL_TRIANGLES)
-            gl.glDrawElements(mode, primitive.count, GL_UNSIGNED_INT, nullptr);
+            gl.glDrawElements(mode, count, GL_UNSIGNED_INT, nullptr);
         else
-            gl.glDrawArrays(mode, 0, primitive.count);
+            gl.glDrawArrays(mode, 0, count);
+        d->drawnVertices += count;
+        const GLint lastDrawn = (count - 1) * item.stride;
+        if (mode == GL_LINE_STRIP && lastDrawn < primitive.count - 1) {
+            // A thinned polyline still ends at its last vertex: its tail is drawn in full.
+            gl.glBindVertexArray(primitive.vao);
+            gl.glDrawArrays(mode, lastDrawn, primitive.count - lastDrawn);
+            d->drawnVertices += primitive.count - lastDrawn;
+        }
     }
     gl.glBindVertexArray(0);
     if (bound)
@@ -596,10 +724,12 @@ void ZYLStudioViewer::mouseMoveEvent(QMouseEvent *event)
     switch (d->dragMode) {
     case DragMode::Orbit:
         d->camera.Orbit(delta.x(), delta.y(), QSizeF(size()));
+        SetInteracting(true);
         update();
         break;
     case DragMode::Pan:
         d->camera.Pan(delta.x(), delta.y(), QSizeF(size()));
+        SetInteracting(true);
         update();
         break;
     case DragMode::Gizmo:
@@ -618,6 +748,8 @@ void ZYLStudioViewer::mouseReleaseEvent(QMouseEvent *event)
     if (mode == DragMode::Gizmo && d->draggedGizmo)
         d->draggedGizmo->EndDrag();
     d->draggedGizmo = nullptr;
+    if (mode == DragMode::Orbit || mode == DragMode::Pan)
+        SetInteracting(false);
     if (!d->dragged && event->button() == Qt::LeftButton && mode != DragMode::Gizmo && d->environment)
         d->environment->MouseClick(GetRay(event->position()), event->modifiers());
     d->dragged = false;
@@ -629,6 +761,7 @@ void ZYLStudioViewer::wheelEvent(QWheelEvent *event)
     if (notches == 0.0)
         return;
     d->camera.Zoom(std::pow(wheelZoomFactor, notches), event->position(), QSizeF(size()));
+    SetInteracting(true);
     update();
     event->accept();
 }

@@ -28,6 +28,10 @@ class ZYLVisEnvironment;
 /// by its unique id, while any object of the scene still uses it; the buffers of
 /// representations no longer used are freed at the next frame. Primitives far from their
 /// own origin are uploaded relative to their centre so that floats keep their precision.
+/// Points and polylines whose consecutive vertices lie much closer than a pixel are drawn
+/// through every k-th vertex of the same buffer (k a power of two, kept so that dots stay
+/// within half a sprite and line vertices within two pixels of each other; four times that
+/// while the user moves the camera).
 ///
 /// Updates. The view repaints once per Changed() of its environment (the environment batches
 /// changes) and after camera moves; it never watches single objects.
@@ -58,7 +62,7 @@ public:
     const ZYLStudioCamera &GetCamera() const;
     /// Replaces the camera and repaints.
     void SetCamera(const ZYLStudioCamera &camera);
-    /// Looks at the whole scene (the environment's bounding box) from the current direction.
+    /// Looks at the whole scene (visible objects and shown gizmos) from the current direction.
     void FitAll();
     /// Turns the camera to a standard direction and fits the scene into the view.
     void SetStandardView(StandardView view);
@@ -86,6 +90,14 @@ public:
     quint64 GetUploadCount() const;
     /// Returns how many representations have buffers now.
     int GetCachedRepCount() const;
+    /// Returns whether the view is being turned, panned or zoomed: it then draws dense points
+    /// and polylines coarser, and in full detail again on release or shortly after the wheel
+    /// stops.
+    bool IsInteracting() const;
+
+    /// Returns how many vertices the last frame or image sent to OpenGL (dense points and
+    /// polylines are thinned to the pixels they cover).
+    qint64 GetDrawnVertexCount() const;
     /// Returns how many frames have been drawn.
     quint64 GetFrameCount() const;
 
@@ -105,7 +117,9 @@ protected:
 
 private:
     void RenderScene(const QSize &pixelSize, const QSizeF &viewport);
-    void UpdateSceneBox();
+    void SetInteracting(bool interacting);
+    /// Tells the camera the box of what is drawn (visible objects and shown gizmos); returns it.
+    ZYLMathBoundingBox UpdateSceneBox();
     void ReleaseGpuResources();
 
     struct Data;

@@ -343,9 +343,17 @@ private slots:
         QVERIFY(scene.env.GetVisualizationSelection().isEmpty());
     }
 
+    void moveHighlightsAndReportsPoint_data()
+    {
+        QTest::addColumn<bool>("deliverMoves");
+        QTest::newRow("point from the view") << false;
+        QTest::newRow("point from the environment") << true;
+    }
     void moveHighlightsAndReportsPoint()
     {
+        QFETCH(bool, deliverMoves);
         Scene scene;
+        scene.env.SetMouseInteraction(deliverMoves ? ZYLVisEnvironment::DeliverMoves : ZYLVisEnvironment::NoMouseInteraction);
         const ZYLMathPoint c(-8, 4, 2);
         ZYLVisVirtualObject *object = scene.Add(Shape::Points, c, blue);
         View view(scene, Projection::Perspective);
@@ -383,6 +391,11 @@ private slots:
         gizmo.SetSize(10.0);
         view.viewer.FitAll();
         const ZYLStudioCamera camera = view.viewer.GetCamera();
+        const QImage withGizmo = view.Image();
+        QVERIFY(!isNear(view.ColorAt(withGizmo, ZYLMathPoint(8, 0, 0)), background, 20));
+        gizmo.Show(false);
+        VERIFY_COLOR(view.ColorAt(view.Image(), ZYLMathPoint(8, 0, 0)), background);
+        gizmo.Show(true);
         view.Drag(view.viewer.Project(ZYLMathPoint(8, 0, 0)), view.viewer.Project(ZYLMathPoint(14, 0, 0)), Qt::LeftButton);
         QCOMPARE_LT((gizmo.GetPosition().GetOrigin() - ZYLMathPoint(6, 0, 0)).GetLength(), 0.2);
         QCOMPARE_LT((view.viewer.GetCamera().GetViewDirection() - camera.GetViewDirection()).GetLength(), 1e-12);
@@ -463,6 +476,73 @@ private slots:
             scene.env.RemoveVirtualObject(object);
         (void)view.Image();
         QCOMPARE(view.viewer.GetCachedRepCount(), 1);
+    }
+
+    void thinsDenseGeometryToPixels_data()
+    {
+        QTest::addColumn<Shape>("shape");
+        QTest::addColumn<double>("distance");
+        QTest::addColumn<bool>("thinned");
+        QTest::newRow("polyline seen whole") << Shape::Polyline << 100.0 << true;
+        QTest::newRow("polyline close up") << Shape::Polyline << 0.1 << false;
+        QTest::newRow("points seen whole") << Shape::Points << 100.0 << true;
+        QTest::newRow("points close up") << Shape::Points << 0.1 << false;
+    }
+    void thinsDenseGeometryToPixels()
+    {
+        QFETCH(Shape, shape);
+        QFETCH(double, distance);
+        QFETCH(bool, thinned);
+        // 10,001 vertices a micrometre apart along x: far below a pixel when seen whole.
+        std::vector<ZYLMathPoint> vertices;
+        for (int i = 0; i <= 10000; ++i)
+            vertices.emplace_back(-5.0 + 0.001 * i, 0.0, 0.0);
+        const ZYLVisOptions options = optionsOf(red);
+        ZYLVisPrimitive *primitive = shape == Shape::Points
+                                         ? static_cast<ZYLVisPrimitive *>(new ZYLVisPointPrimitive(vertices))
+                                         : new ZYLVisPolylinePrimitive(vertices);
+        Scene scene;
+        scene.Add(new ZYLVisRepGraphics({primitive}, options));
+        View view(scene, Projection::Perspective);
+        ZYLStudioCamera camera = view.viewer.GetCamera();
+        camera.SetDistance(distance);
+        view.viewer.SetCamera(camera);
+        const QImage image = view.Image();
+        if (thinned)
+            QCOMPARE_LT(view.viewer.GetDrawnVertexCount(), 10001 / 8);
+        else
+            QCOMPARE(view.viewer.GetDrawnVertexCount(), 10001);
+        // Thinned or not, the whole length is drawn.
+        for (double x : {-4.9, -2.0, 0.0, 3.0, 4.9}) {
+            const ZYLMathPoint p(distance < 1.0 ? x * 0.004 : x, 0.0, 0.0);
+            VERIFY_COLOR(view.ColorAt(image, p), red);
+        }
+    }
+
+    void drawsCoarserWhileZooming()
+    {
+        // 193 vertices a seventh of a pixel apart: thinned by 8 when still, by 32 while zooming.
+        std::vector<ZYLMathPoint> vertices;
+        for (int i = 0; i <= 192; ++i)
+            vertices.emplace_back(-5.0 + 0.05 * i, 0.0, 0.0);
+        Scene scene;
+        scene.Add(new ZYLVisRepGraphics({new ZYLVisPolylinePrimitive(vertices)}, optionsOf(red)));
+        View view(scene);
+        QVERIFY(QTest::qWaitForWindowExposed(&view.viewer));
+        (void)view.Image();
+        const qint64 still = view.viewer.GetDrawnVertexCount();
+        const QPointF cursor(100, 80);
+        QWheelEvent wheel(cursor, view.viewer.mapToGlobal(cursor), {}, QPoint(0, -120), Qt::NoButton, Qt::NoModifier,
+                          Qt::NoScrollPhase, false);
+        QApplication::sendEvent(&view.viewer, &wheel);
+        QVERIFY(view.viewer.IsInteracting());
+        (void)view.Image();
+        // Zoomed out a little: still thinner by the interactive factor.
+        QCOMPARE_LT(view.viewer.GetDrawnVertexCount(), still / 2);
+        // Once the wheel rests, the view is drawn in full detail again.
+        QTRY_VERIFY(!view.viewer.IsInteracting());
+        (void)view.Image();
+        QCOMPARE_GE(view.viewer.GetDrawnVertexCount(), still * 8 / 10);
     }
 
     void repaintsOncePerBatch()
