@@ -1,0 +1,15 @@
+// SPDX-License-Identifier: LicenseRef-ZYL-Proprietary
+#include "ZYLTPDetailedInfoCmd.h"
+
+#include "ZYLTPUnavailableWidget.h"
+
+ZYLTPDetailedInfoCmd::ZYLTPDetailedInfoCmd(QObject *parent)
+    : ZYLCmdDialogCommand(parent, CancelWhenInterrupted, OwnTransaction) {}
+
+ZYLTPDetailedInfoCmd::~ZYLTPDetailedInfoCmd() = default;
+
+QWidget *ZYLTPDetailedInfoCmd::CreateContentWidget(QWidget *parent) {
+    // The base makes no panel; it is called all the same, as every override calls its base.
+    ZYLCmdDialogCommand::CreateContentWidget(parent);
+    return new ZYLTPUnavailableWidget(this, parent);
+}
