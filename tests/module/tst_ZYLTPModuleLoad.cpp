@@ -160,7 +160,7 @@ QDialogButtonBox *FrameButtons() {
 }
 
 // The exported dynamic symbols of a library, demangled, as "type name" lines.
-QStringList ExportedSymbols(const QString &path, QString *error) {
+QStringList ReadExportedSymbols(const QString &path, QString *error) {
     QProcess nm;
     nm.start(QStringLiteral("nm"), {QStringLiteral("-D"), QStringLiteral("--defined-only"), QStringLiteral("-C"), path});
     if (!nm.waitForFinished(60000) || nm.exitStatus() != QProcess::NormalExit || nm.exitCode() != 0) {
@@ -174,6 +174,14 @@ QStringList ExportedSymbols(const QString &path, QString *error) {
         if (match.hasMatch())
             symbols.append(match.captured(1) + u' ' + match.captured(2));
     }
+    return symbols;
+}
+
+// The module's exported symbols, read once per run.
+QStringList ExportedSymbols(const QString &path, QString *error) {
+    static QString readError;
+    static const QStringList symbols = ReadExportedSymbols(path, &readError);
+    *error = readError;
     return symbols;
 }
 
