@@ -284,6 +284,9 @@ bool ZYLStudioViewer::IsInteracting() const
 
 ZYLStudioViewer::~ZYLStudioViewer()
 {
+    // The base class destroys the context after Data is gone: its handler must not run then.
+    if (context())
+        disconnect(context(), nullptr, this, nullptr);
     if (d->glReady) {
         makeCurrent();
         ReleaseGpuResources();
@@ -329,7 +332,7 @@ void ZYLStudioViewer::SetCamera(const ZYLStudioCamera &camera)
     update();
 }
 
-ZYLMathBoundingBox ZYLStudioViewer::UpdateSceneBox()
+ZYLMathBoundingBox ZYLStudioViewer::GetSceneBox() const
 {
     ZYLMathBoundingBox box;
     if (d->environment) {
@@ -342,13 +345,14 @@ ZYLMathBoundingBox ZYLStudioViewer::UpdateSceneBox()
             box.Add(ZYLMathBoundingBox(origin - reach, origin + reach));
         }
     }
-    d->camera.SetSceneBox(box);
     return box;
 }
 
 void ZYLStudioViewer::FitAll()
 {
-    d->camera.Fit(UpdateSceneBox(), QSizeF(size()));
+    const ZYLMathBoundingBox box = GetSceneBox();
+    d->camera.SetSceneBox(box);
+    d->camera.Fit(box, QSizeF(size()));
     update();
 }
 
@@ -371,8 +375,10 @@ ZYLStudioViewer::Projection ZYLStudioViewer::GetProjection() const
 
 ZYLVisPickRay ZYLStudioViewer::GetRay(const QPointF &widgetPos) const
 {
-    const_cast<ZYLStudioViewer *>(this)->UpdateSceneBox();
-    return d->camera.GetRay(widgetPos, QSizeF(size()), pickRadiusPixels);
+    // An orthographic ray starts on the near plane, which must lie before the current scene.
+    ZYLStudioCamera camera = d->camera;
+    camera.SetSceneBox(GetSceneBox());
+    return camera.GetRay(widgetPos, QSizeF(size()), pickRadiusPixels);
 }
 
 QPointF ZYLStudioViewer::Project(const ZYLMathPoint &point) const
@@ -469,8 +475,6 @@ void ZYLStudioViewer::ReleaseGpuResources()
     d->glReady = false;
 }
 
-void ZYLStudioViewer::resizeGL(int, int) {}
-
 void ZYLStudioViewer::paintGL()
 {
     ++d->frameCount;
@@ -516,7 +520,7 @@ void ZYLStudioViewer::RenderScene(const QSize &pixelSize, const QSizeF &viewport
         gl.glDrawArrays(GL_TRIANGLES, 0, 3);
     }
 
-    UpdateSceneBox();
+    d->camera.SetSceneBox(GetSceneBox());
     const ZYLStudioCamera &camera = d->camera;
     const bool perspective = camera.GetProjection() == Projection::Perspective;
     const float pixelRatio = viewport.height() > 0.0 ? float(pixelSize.height() / viewport.height()) : 1.0f;
@@ -711,7 +715,8 @@ void ZYLStudioViewer::mouseMoveEvent(QMouseEvent *event)
         if (!d->mousePointReported && d->environment) {
             // The environment reports mouse points only when asked to deliver moves.
             const ZYLVisPickResult hit = d->environment->Pick(ray);
-            const ZYLMathPoint centre = d->camera.GetTarget();
+            const ZYLMathBoundingBox box = d->environment->GetBoundingBox();
+            const ZYLMathPoint centre = box.IsEmpty() ? d->camera.GetTarget() : box.GetCenter();
             emit MousePointChanged(hit.IsHit() ? hit.point : ray.GetPointAt(ray.GetParameterOf(centre)));
         }
         return;

@@ -107,7 +107,6 @@ signals:
 
 protected:
     void initializeGL() override;
-    void resizeGL(int width, int height) override;
     void paintGL() override;
     void mousePressEvent(QMouseEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;
@@ -118,8 +117,8 @@ protected:
 private:
     void RenderScene(const QSize &pixelSize, const QSizeF &viewport);
     void SetInteracting(bool interacting);
-    /// Tells the camera the box of what is drawn (visible objects and shown gizmos); returns it.
-    ZYLMathBoundingBox UpdateSceneBox();
+    /// Returns the box of what is drawn: visible objects and shown gizmos.
+    ZYLMathBoundingBox GetSceneBox() const;
     void ReleaseGpuResources();
 
     struct Data;

@@ -19,6 +19,7 @@
 #include <QOpenGLContext>
 #include <QOpenGLFunctions>
 #include <QTest>
+#include <QWheelEvent>
 
 #include <algorithm>
 #include <cmath>
@@ -164,14 +165,17 @@ int main(int argc, char **argv)
     std::printf("vertices drawn: %lld still, %lld while dragging\n", static_cast<long long>(fullVertices),
                 static_cast<long long>(dragVertices));
 
+    // Wheel steps zoom towards the cursor, in and then out again.
     std::vector<double> zoomed;
+    const QPointF cursor(0.3 * width, 0.6 * height);
     for (int i = 0; i < measuredFrames; ++i) {
-        ZYLStudioCamera camera = viewer.GetCamera();
-        camera.Zoom(i < measuredFrames / 2 ? 0.8 : 1.25, QPointF(0.3 * width, 0.6 * height), QSizeF(viewer.size()));
-        viewer.SetCamera(camera);
+        QWheelEvent wheel(cursor, viewer.mapToGlobal(cursor), {}, QPoint(0, i < measuredFrames / 2 ? 120 : -120),
+                          Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(&viewer, &wheel);
         zoomed.push_back(timeFrame(viewer));
     }
-    report("zooming frames", zoomed);
+    report("wheel zoom frames", zoomed);
+    QTest::qWait(500); // let the view settle to full detail
 
     // Mouse moves ask the environment to pick; a hit changes the pre-selection and redraws.
     std::vector<double> moves;
