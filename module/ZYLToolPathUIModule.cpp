@@ -36,15 +36,14 @@ namespace {
 // property "mode" when `mode` is given. The label and the tooltip are translated with the
 // command class as context (marked with QT_TRANSLATE_NOOP where they are written) by the
 // translators that the host has installed when it loads the module.
-ZYLCmdActionPublisher Publish(const char *commandClass, const char *actionName, const char *iconId,
-                              const char *label, const char *tooltip, const char *mode) {
+ZYLCmdActionPublisher Publish(const char *commandClass, const char *actionName, const char *iconId, const char *label,
+                              const char *tooltip, const char *mode) {
     QHash<QString, QVariant> properties;
     if (mode)
         properties.insert(QStringLiteral("mode"), QString::fromLatin1(mode));
-    return ZYLCmdActionPublisher(actionName, commandClass, QString::fromLatin1(iconId),
-                                 QCoreApplication::translate(commandClass, label),
-                                 QCoreApplication::translate(commandClass, tooltip), nullptr,
-                                 ZYLCmdAction::AnySelection, properties);
+    return ZYLCmdActionPublisher(
+        actionName, commandClass, QString::fromLatin1(iconId), QCoreApplication::translate(commandClass, label),
+        QCoreApplication::translate(commandClass, tooltip), nullptr, ZYLCmdAction::AnySelection, properties);
 }
 
 // The view actions carry their own name as their mode.
@@ -65,10 +64,9 @@ const QByteArray ZYLTPCollisionInspectorCmd::LastUsedCollisionTolSettingKey =
 
 // 2. The contextual view.
 ZYLCmdCommandPublisher<ZYLTPContextualViewCmd> ZYLTPContextualViewCmd::_Publisher;
-static ZYLCmdActionPublisher s_contextualView =
-    Publish("ZYLTPContextualViewCmd", "View", "tool-path-contextual",
-            QT_TRANSLATE_NOOP("ZYLTPContextualViewCmd", "Contextual"),
-            QT_TRANSLATE_NOOP("ZYLTPContextualViewCmd", "View Contextual Toolpath"), nullptr);
+static ZYLCmdActionPublisher s_contextualView = Publish(
+    "ZYLTPContextualViewCmd", "View", "tool-path-contextual", QT_TRANSLATE_NOOP("ZYLTPContextualViewCmd", "Contextual"),
+    QT_TRANSLATE_NOOP("ZYLTPContextualViewCmd", "View Contextual Toolpath"), nullptr);
 
 // 3. The detailed information view.
 ZYLCmdCommandPublisher<ZYLTPDetailedInfoCmd> ZYLTPDetailedInfoCmd::_Publisher;
@@ -125,10 +123,9 @@ ZYLCmdCommandPublisher<ZYLToolPathViewCmd> ZYLToolPathViewCmd::_Publisher;
 static ZYLCmdActionPublisher s_viewCourse =
     PublishView("ViewCourse", "display-tool-path-course", QT_TRANSLATE_NOOP("ZYLToolPathViewCmd", "Toolpath (Course)"),
                 QT_TRANSLATE_NOOP("ZYLToolPathViewCmd", "View tool path course"));
-static ZYLCmdActionPublisher s_viewCoursePolyline =
-    PublishView("ViewCoursePolyline", "tool-path-polyline-view",
-                QT_TRANSLATE_NOOP("ZYLToolPathViewCmd", "Toolpath (Polyline)"),
-                QT_TRANSLATE_NOOP("ZYLToolPathViewCmd", "View tool path course polyline"));
+static ZYLCmdActionPublisher s_viewCoursePolyline = PublishView(
+    "ViewCoursePolyline", "tool-path-polyline-view", QT_TRANSLATE_NOOP("ZYLToolPathViewCmd", "Toolpath (Polyline)"),
+    QT_TRANSLATE_NOOP("ZYLToolPathViewCmd", "View tool path course polyline"));
 static ZYLCmdActionPublisher s_viewCourseAndPolyline =
     PublishView("ViewCourseAndPolyline", "tool-path-course-and-polyline-view",
                 QT_TRANSLATE_NOOP("ZYLToolPathViewCmd", "Toolpath (Course And Polyline)"),
@@ -148,20 +145,18 @@ static ZYLCmdActionPublisher s_viewLayingPointsWithAllAxes =
     PublishView("ViewLayingPointsWithAllAxes", "laying-points-all-axes",
                 QT_TRANSLATE_NOOP("ZYLToolPathViewCmd", "Laying Points (All Axes)"),
                 QT_TRANSLATE_NOOP("ZYLToolPathViewCmd", "View tool path course and polyline"));
-static ZYLCmdActionPublisher s_hideLayingPoints =
-    PublishView("HideLayingPoints", "laying-pints-hidden", QT_TRANSLATE_NOOP("ZYLToolPathViewCmd", "Hide Laying Points"),
-                QT_TRANSLATE_NOOP("ZYLToolPathViewCmd", "Hide laying points"));
-static ZYLCmdActionPublisher s_viewCourseLinksWithPointsOnly =
-    PublishView("ViewCourseLinksWithPointsOnly", "links-points",
-                QT_TRANSLATE_NOOP("ZYLToolPathViewCmd", "Links (Points Only)"),
-                QT_TRANSLATE_NOOP("ZYLToolPathViewCmd", "Show links with points only"));
-static ZYLCmdActionPublisher s_viewCourseLinksWithRollerAxis =
-    PublishView("ViewCourseLinksWithRollerAxis", "links-tool-axis",
-                QT_TRANSLATE_NOOP("ZYLToolPathViewCmd", "Links (Tool Axis)"),
-                QT_TRANSLATE_NOOP("ZYLToolPathViewCmd", "Show links with roller axis"));
-static ZYLCmdActionPublisher s_viewCourseLinksWithAllAxes =
-    PublishView("ViewCourseLinksWithAllAxes", "links-all-axes", QT_TRANSLATE_NOOP("ZYLToolPathViewCmd", "Links (All Axes)"),
-                QT_TRANSLATE_NOOP("ZYLToolPathViewCmd", "Show links with all axes"));
+static ZYLCmdActionPublisher s_hideLayingPoints = PublishView(
+    "HideLayingPoints", "laying-pints-hidden", QT_TRANSLATE_NOOP("ZYLToolPathViewCmd", "Hide Laying Points"),
+    QT_TRANSLATE_NOOP("ZYLToolPathViewCmd", "Hide laying points"));
+static ZYLCmdActionPublisher s_viewCourseLinksWithPointsOnly = PublishView(
+    "ViewCourseLinksWithPointsOnly", "links-points", QT_TRANSLATE_NOOP("ZYLToolPathViewCmd", "Links (Points Only)"),
+    QT_TRANSLATE_NOOP("ZYLToolPathViewCmd", "Show links with points only"));
+static ZYLCmdActionPublisher s_viewCourseLinksWithRollerAxis = PublishView(
+    "ViewCourseLinksWithRollerAxis", "links-tool-axis", QT_TRANSLATE_NOOP("ZYLToolPathViewCmd", "Links (Tool Axis)"),
+    QT_TRANSLATE_NOOP("ZYLToolPathViewCmd", "Show links with roller axis"));
+static ZYLCmdActionPublisher s_viewCourseLinksWithAllAxes = PublishView(
+    "ViewCourseLinksWithAllAxes", "links-all-axes", QT_TRANSLATE_NOOP("ZYLToolPathViewCmd", "Links (All Axes)"),
+    QT_TRANSLATE_NOOP("ZYLToolPathViewCmd", "Show links with all axes"));
 static ZYLCmdActionPublisher s_hideCourseLinks =
     PublishView("HideCourseLinks", "links-hidden", QT_TRANSLATE_NOOP("ZYLToolPathViewCmd", "Hide Course Links"),
                 QT_TRANSLATE_NOOP("ZYLToolPathViewCmd", "Hide course links"));
@@ -180,16 +175,15 @@ static ZYLCmdActionPublisher s_viewLinkingPointsWithAllAxes =
     PublishView("ViewLinkingPointsWithAllAxes", "linking-points-all-axes",
                 QT_TRANSLATE_NOOP("ZYLToolPathViewCmd", "Linking Points (All Axes)"),
                 QT_TRANSLATE_NOOP("ZYLToolPathViewCmd", "View tool path course and polyline"));
-static ZYLCmdActionPublisher s_hideLinkingPoints =
-    PublishView("HideLinkingPoints", "linking-points-hidden",
-                QT_TRANSLATE_NOOP("ZYLToolPathViewCmd", "Hide Linking Points"),
-                QT_TRANSLATE_NOOP("ZYLToolPathViewCmd", "Hide linking points"));
+static ZYLCmdActionPublisher s_hideLinkingPoints = PublishView(
+    "HideLinkingPoints", "linking-points-hidden", QT_TRANSLATE_NOOP("ZYLToolPathViewCmd", "Hide Linking Points"),
+    QT_TRANSLATE_NOOP("ZYLToolPathViewCmd", "Hide linking points"));
 static ZYLCmdActionPublisher s_viewSurface =
     PublishView("ViewSurface", "surface-hidden", QT_TRANSLATE_NOOP("ZYLToolPathViewCmd", "Surface"),
                 QT_TRANSLATE_NOOP("ZYLToolPathViewCmd", "Show/Hide surface"));
-static ZYLCmdActionPublisher s_viewPlyBoundary =
-    PublishView("ViewPlyBoundary", "ply-boundary-in-edit-tool-path-off", QT_TRANSLATE_NOOP("ZYLToolPathViewCmd", "Ply Boundary"),
-                QT_TRANSLATE_NOOP("ZYLToolPathViewCmd", "Show/Hide ply boundary"));
+static ZYLCmdActionPublisher s_viewPlyBoundary = PublishView(
+    "ViewPlyBoundary", "ply-boundary-in-edit-tool-path-off", QT_TRANSLATE_NOOP("ZYLToolPathViewCmd", "Ply Boundary"),
+    QT_TRANSLATE_NOOP("ZYLToolPathViewCmd", "Show/Hide ply boundary"));
 static ZYLCmdActionPublisher s_viewHead =
     PublishView("ViewHead", "head-off", QT_TRANSLATE_NOOP("ZYLToolPathViewCmd", "Machine Head"),
                 QT_TRANSLATE_NOOP("ZYLToolPathViewCmd", "Show/Hide machine head"));

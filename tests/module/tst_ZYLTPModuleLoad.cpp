@@ -77,8 +77,8 @@ const QList<CatalogueRow> &Catalogue() {
          "Show links with all axes", "ViewCourseLinksWithAllAxes"},
         {"ZYLToolPathViewCmd", "HideCourseLinks", "links-hidden", "Hide Course Links", "Hide course links",
          "HideCourseLinks"},
-        {"ZYLToolPathViewCmd", "ViewLinkPointsOnly", "linking-points", "Linking Points Only", "View linking points only",
-         "ViewLinkPointsOnly"},
+        {"ZYLToolPathViewCmd", "ViewLinkPointsOnly", "linking-points", "Linking Points Only",
+         "View linking points only", "ViewLinkPointsOnly"},
         {"ZYLToolPathViewCmd", "ViewLinkPointsWithToolAxis", "linking-points-tool-axes", "Linking Points (Tool Axis)",
          "View laying points with tool axis", "ViewLinkPointsWithToolAxis"},
         {"ZYLToolPathViewCmd", "ViewLinkingPointsWithToolAndLayingAxes", "linking-points-tool-laying-axes",
@@ -162,7 +162,8 @@ QDialogButtonBox *FrameButtons() {
 // The exported dynamic symbols of a library, demangled, as "type name" lines.
 QStringList ReadExportedSymbols(const QString &path, QString *error) {
     QProcess nm;
-    nm.start(QStringLiteral("nm"), {QStringLiteral("-D"), QStringLiteral("--defined-only"), QStringLiteral("-C"), path});
+    nm.start(QStringLiteral("nm"),
+             {QStringLiteral("-D"), QStringLiteral("--defined-only"), QStringLiteral("-C"), path});
     if (!nm.waitForFinished(60000) || nm.exitStatus() != QProcess::NormalExit || nm.exitCode() != 0) {
         *error = nm.errorString() + QString::fromLocal8Bit(nm.readAllStandardError());
         return {};
@@ -430,18 +431,19 @@ void tst_ZYLTPModuleLoad::viewCommandEndsAtOnce() {
 void tst_ZYLTPModuleLoad::exportsItsInterface_data() {
     QTest::addColumn<QString>("symbol");
     QTest::newRow("flag") << QStringLiteral("_ZYLToolPathUILoaded");
-    for (const char *name : {"ZYLTPEditUISettings", "ZYLTPEditCourseLayingPointsCmd", "ZYLTPEditLinkingPointsCmd",
-                             "ZYLTPEditLinksCmd"}) {
+    for (const char *name :
+         {"ZYLTPEditUISettings", "ZYLTPEditCourseLayingPointsCmd", "ZYLTPEditLinkingPointsCmd", "ZYLTPEditLinksCmd"}) {
         const QString c = QString::fromLatin1(name);
-        for (const QString &member : {c + QStringLiteral("::staticMetaObject"), c + QStringLiteral("::metaObject() const"),
-                                      c + QStringLiteral("::qt_metacast(char const*)"),
-                                      c + QStringLiteral("::qt_metacall(QMetaObject::Call, int, void**)"),
-                                      QStringLiteral("vtable for ") + c, QStringLiteral("typeinfo for ") + c,
-                                      QStringLiteral("%1::~%1()").arg(c)})
+        for (const QString &member :
+             {c + QStringLiteral("::staticMetaObject"), c + QStringLiteral("::metaObject() const"),
+              c + QStringLiteral("::qt_metacast(char const*)"),
+              c + QStringLiteral("::qt_metacall(QMetaObject::Call, int, void**)"), QStringLiteral("vtable for ") + c,
+              QStringLiteral("typeinfo for ") + c, QStringLiteral("%1::~%1()").arg(c)})
             QTest::newRow(qPrintable(member)) << member;
     }
     QTest::newRow("settings instance") << QStringLiteral("ZYLTPEditUISettings::GetInstance()");
-    QTest::newRow("settings constructor") << QStringLiteral("ZYLTPEditUISettings::ZYLTPEditUISettings(QByteArray const&)");
+    QTest::newRow("settings constructor")
+        << QStringLiteral("ZYLTPEditUISettings::ZYLTPEditUISettings(QByteArray const&)");
     QTest::newRow("settings revert") << QStringLiteral("ZYLTPEditUISettings::RevertToDefaults()");
     QTest::newRow("settings getter") << QStringLiteral("ZYLTPEditUISettings::GetViewLinkPointsMode() const");
     QTest::newRow("settings setter") << QStringLiteral("ZYLTPEditUISettings::SetViewRoller(bool)");
@@ -470,13 +472,14 @@ void tst_ZYLTPModuleLoad::exportsNothingElse() {
     QVERIFY2(!symbols.isEmpty(), qPrintable(error));
     const QRegularExpression member(QStringLiteral("^(?:vtable for |typeinfo for |typeinfo name for )?(?:%1)(?:::|$)")
                                         .arg(ExportedClasses.join(u'|')));
-    const QStringList runtime{QStringLiteral("_ZYLToolPathUILoaded"), QStringLiteral("_init"), QStringLiteral("_fini"),
-                              QStringLiteral("__bss_start"), QStringLiteral("_edata"), QStringLiteral("_end")};
+    const QStringList runtime{QStringLiteral("_ZYLToolPathUILoaded"), QStringLiteral("_init"),  QStringLiteral("_fini"),
+                              QStringLiteral("__bss_start"),          QStringLiteral("_edata"), QStringLiteral("_end")};
     for (const QString &symbol : symbols) {
         const QString name = symbol.mid(2);
         // GNU unique symbols would keep the module mapped after it is unloaded.
         QVERIFY2(symbol.at(0) != u'u', qPrintable(symbol));
-        QVERIFY2(member.match(name).hasMatch() || runtime.contains(name), qPrintable(QStringLiteral("stray export: ") + symbol));
+        QVERIFY2(member.match(name).hasMatch() || runtime.contains(name),
+                 qPrintable(QStringLiteral("stray export: ") + symbol));
     }
 }
 
