@@ -603,7 +603,8 @@ void ZYLStudioViewer::RenderScene(const QSize &pixelSize, const QSizeF &viewport
     d->drawnVertices = 0;
     gl.glEnable(GL_PROGRAM_POINT_SIZE);
     gl.glEnable(GL_BLEND);
-    gl.glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+    // The framebuffer's alpha stays opaque: the widget is composed, and images saved, with it.
+    gl.glBlendFuncSeparate(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA, GL_ONE, GL_ONE_MINUS_SRC_ALPHA);
     QOpenGLShaderProgram *bound = nullptr;
     for (size_t i = 0; i < items.size(); ++i) {
         const DrawItem &item = items[i];

@@ -241,6 +241,17 @@ private slots:
         VERIFY_COLOR(view.ColorAt(view.Image(), ZYLMathPoint(0, 0, 0)), expected);
     }
 
+    void transparentOverOpaqueBlends()
+    {
+        Scene scene;
+        scene.Add(Shape::Square, ZYLMathPoint(0, 0, 0), red);
+        ZYLVisOptions glass = optionsOf(blue);
+        glass.SetTransparency(0.5);
+        scene.Add(shapeRep(Shape::Square, ZYLMathPoint(0, 0, 1), glass));
+        View view(scene);
+        VERIFY_COLOR(view.ColorAt(view.Image(), ZYLMathPoint(0, 0, 0)), QColor(115, 45, 125));
+    }
+
     void positionFrameMovesPixels_data()
     {
         QTest::addColumn<ZYLMathAxis>("frame");
@@ -572,6 +583,26 @@ private slots:
         view.Send(QEvent::MouseMove, {20, 20}, Qt::NoButton, Qt::NoButton);
         QTest::qWait(100);
         QCOMPARE(view.viewer.GetFrameCount(), frames + 1);
+    }
+
+    void replacesEnvironment()
+    {
+        Scene first, second;
+        first.Add(Shape::Square, ZYLMathPoint(-10, 0, 0), red);
+        first.Add(Shape::Points, ZYLMathPoint(10, 0, 0), red);
+        second.Add(Shape::Square, ZYLMathPoint(10, 0, 0), blue);
+        View view(first);
+        (void)view.Image();
+        QCOMPARE(view.viewer.GetCachedRepCount(), 2);
+        view.viewer.SetEnvironment(&second.env);
+        const QImage image = view.Image();
+        VERIFY_COLOR(view.ColorAt(image, ZYLMathPoint(10, 0, 0)), blue);
+        VERIFY_COLOR(view.ColorAt(image, ZYLMathPoint(-10, 0, 0)), background);
+        QCOMPARE(view.viewer.GetCachedRepCount(), 1);
+        // Mouse input now goes to the new environment only.
+        view.Click(view.viewer.Project(ZYLMathPoint(10, 0, 0)));
+        QCOMPARE(second.env.GetVisualizationSelection().size(), 1);
+        QVERIFY(first.env.GetVisualizationSelection().isEmpty());
     }
 
     void followsEnvironmentDestruction()
