@@ -50,6 +50,8 @@ constexpr double thinnedLineStepPixels = 2.0;
 // in full detail again once the motion stops.
 constexpr double interactiveThinning = 4.0;
 constexpr int settleMilliseconds = 300;
+// Smallest change of a colour channel (0..1) that counts as a visible highlight.
+constexpr double minHighlightContrast = 0.2;
 
 /// One primitive in GPU buffers.
 struct GpuPrimitive {
@@ -98,6 +100,19 @@ QColor mix(const QColor &a, const QColor &b, double t)
 {
     return QColor::fromRgbF(float(a.redF() + (b.redF() - a.redF()) * t), float(a.greenF() + (b.greenF() - a.greenF()) * t),
                             float(a.blueF() + (b.blueF() - a.blueF()) * t));
+}
+
+double colorDistance(const QColor &a, const QColor &b)
+{
+    return std::max({std::abs(a.redF() - b.redF()), std::abs(a.greenF() - b.greenF()), std::abs(a.blueF() - b.blueF())});
+}
+
+// A highlight must be seen: when mixing towards the preferred colour hardly changes an object
+// already of about that colour, the fallback colour is mixed in instead.
+QColor mixVisibly(const QColor &color, const QColor &preferred, const QColor &fallback, double t)
+{
+    const QColor mixed = mix(color, preferred, t);
+    return colorDistance(mixed, color) >= minHighlightContrast ? mixed : mix(color, fallback, t);
 }
 } // namespace
 
@@ -401,8 +416,10 @@ void ZYLStudioViewer::SetHighlightColor(const QColor &color)
 
 QColor ZYLStudioViewer::GetDisplayColor(const QColor &color, bool selected, bool preselected) const
 {
-    QColor shown = selected ? mix(color, d->highlight, 0.7) : color;
-    return preselected ? mix(shown, Qt::white, 0.4) : shown;
+    // The fallback of the selection tint is the highlight's opposite hue.
+    const QColor opposite = QColor::fromHsv((d->highlight.hue() + 180) % 360, 255, 255);
+    const QColor shown = selected ? mixVisibly(color, d->highlight, opposite, 0.7) : color;
+    return preselected ? mixVisibly(shown, Qt::white, Qt::black, 0.4) : shown;
 }
 
 quint64 ZYLStudioViewer::GetUploadCount() const

@@ -18,8 +18,9 @@ class ZYLVisEnvironment;
 /// Drawing. Every visible virtual object is drawn with the primitives of its representation,
 /// placed at its position frame, in the colour of each primitive's options: points as round
 /// sprites of the point size, polylines and segments as lines of the line thickness, triangles
-/// lit by a headlight on both sides. Selected objects are tinted towards the highlight colour,
-/// pre-selected ones are drawn brighter. Priorities form bands drawn in increasing order, and
+/// lit by a headlight on both sides. Selected objects are tinted towards the highlight colour
+/// (towards its opposite hue when they are of about that colour already), pre-selected ones
+/// are drawn brighter (darker when they are about white). Priorities form bands drawn in increasing order, and
 /// the depth buffer is cleared between bands, so that a band lies on top of all lower ones.
 /// Within a band, primitives without depth test come after those with it. Shown gizmos are
 /// drawn last, on top of everything.

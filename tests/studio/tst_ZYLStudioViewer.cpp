@@ -354,6 +354,28 @@ private slots:
         QVERIFY(scene.env.GetVisualizationSelection().isEmpty());
     }
 
+    void highlightsStandOut_data()
+    {
+        QTest::addColumn<QColor>("color");
+        QTest::newRow("red") << red;
+        QTest::newRow("orange like the highlight") << QColor(240, 130, 10);
+        QTest::newRow("white") << QColor(Qt::white);
+        QTest::newRow("black") << QColor(Qt::black);
+    }
+    void highlightsStandOut()
+    {
+        QFETCH(QColor, color);
+        ZYLStudioViewer viewer;
+        viewer.SetHighlightColor(QColor(255, 140, 0));
+        const QColor selected = viewer.GetDisplayColor(color, true, false);
+        const QColor preselected = viewer.GetDisplayColor(color, false, true);
+        const QColor both = viewer.GetDisplayColor(color, true, true);
+        QVERIFY2(!isNear(selected, color, 40), describe(selected, color).constData());
+        QVERIFY2(!isNear(preselected, color, 40), describe(preselected, color).constData());
+        QVERIFY2(!isNear(both, selected, 40), describe(both, selected).constData());
+        QVERIFY(!isNear(selected, preselected, 20));
+    }
+
     void moveHighlightsAndReportsPoint_data()
     {
         QTest::addColumn<bool>("deliverMoves");
