@@ -1,0 +1,111 @@
+// SPDX-License-Identifier: LicenseRef-ZYL-Proprietary
+#pragma once
+
+#include "ZYLToolPathExport.h"
+
+#include "ZYLMathAxis.h"
+
+#include <QCoreApplication>
+#include <QList>
+#include <QObject>
+#include <QString>
+
+#include <memory>
+#include <vector>
+
+class ZYLTPCourse;
+class ZYLTPOffPartPoint;
+class ZYLTPRollLayupProcedure;
+
+/// The off-part motion between two courses of a roll layup procedure, or, for the
+/// procedure's own links (`ZYLTPProcedureLink`), from the machine's home frame onto the
+/// first course (approach link: `GetFromCourse()` null) or from the last course back home
+/// (retract link: `GetToCourse()` null). Links are owned by their procedure and made by
+/// `ZYLTPRollLayupProcedure::LinkCourses` or the program builder.
+///
+/// A course link runs from the far end of the from-course's retract trajectory to the far
+/// end of the to-course's approach trajectory. Its points are derived from its parameters and
+/// those courses' frames whenever the model has changed (custom links store theirs). Derived
+/// motion always has `GetSegmentCount(detail) + 3` points (start, lifted, the traverse, end),
+/// so point objects keep their addresses until the detail changes.
+///
+/// Strategies (`OffPartMotionStrategy`): 0 "Linear" (`ZYLTPLinearCourseLink`), 1 "Safety
+/// plane" (`ZYLTPSafetyPlaneCourseLink`), 2 "Custom" (`ZYLTPCustomCourseLink`). Details
+/// (`OffPartMotionDetail`): 0 "Coarse", 1 "Normal", 2 "Fine": how finely straight moves are
+/// divided (1, 4 or 16 segments).
+///
+/// Time: the length at the procedure's rapid feed rate.
+class ZYLTOOLPATH_EXPORT ZYLTPCourseLink : public QObject {
+    Q_OBJECT
+public:
+    enum OffPartMotionStrategy { Linear = 0, SafetyPlane = 1, Custom = 2 };
+    Q_ENUM(OffPartMotionStrategy)
+    enum OffPartMotionDetail { Coarse = 0, Normal = 1, Fine = 2 };
+    Q_ENUM(OffPartMotionDetail)
+
+    ~ZYLTPCourseLink() override;
+
+    ZYLTPRollLayupProcedure *GetProcedure() const { return m_procedure; }
+    const ZYLTPCourse *GetFromCourse() const { return m_from; }
+    const ZYLTPCourse *GetToCourse() const { return m_to; }
+    /// Returns the strategy the link follows (procedure links report Linear).
+    virtual OffPartMotionStrategy GetStrategy() const = 0;
+
+    int GetNumPoints() const;
+    /// Returns point i, null outside [0, GetNumPoints()).
+    const ZYLTPOffPartPoint *GetPoint(int i) const;
+    /// Returns the position of `point` in the link, or -1.
+    int GetPointIndex(const ZYLTPOffPartPoint *point) const;
+    /// Returns the length of the polyline through the points (mm).
+    double GetLength() const;
+    /// Returns the time of the motion at the procedure's rapid feed rate (s).
+    double GetTimeEstimate() const;
+
+    OffPartMotionDetail GetPointsDetail() const { return m_detail; }
+    /// Sets the detail; records; throws `ZYLSysOutOfBoundsException` for a value that is
+    /// not a detail.
+    void SetPointsDetail(OffPartMotionDetail detail);
+    /// Recomputes the link's points now (they are otherwise recomputed on the next read
+    /// after a change of the model).
+    void Update();
+
+    static QList<OffPartMotionStrategy> GetAllOffPartMotionStrategies();
+    static QString GetOffPartMotionStrategyLabel(OffPartMotionStrategy strategy);
+    static QList<OffPartMotionDetail> GetAllOffPartMotionDetails();
+    static QString GetOffPartMotionDetailLabel(OffPartMotionDetail detail);
+    /// Returns the number of segments a straight move is divided into for a detail.
+    static int GetSegmentCount(OffPartMotionDetail detail);
+
+protected:
+    ZYLTPCourseLink(ZYLTPRollLayupProcedure *procedure, const ZYLTPCourse *from, const ZYLTPCourse *to);
+    /// Computes the frames of the motion.
+    virtual std::vector<ZYLMathAxis> ComputeFrames() const = 0;
+    /// Frame where the link starts (far end of the from-course's retract trajectory) and
+    /// ends (far end of the to-course's approach trajectory). Valid for course sides only.
+    ZYLMathAxis GetStartFrame() const;
+    ZYLMathAxis GetEndFrame() const;
+    /// Appends to `frames` the straight move from a to b in `segments` segments (a excluded,
+    /// b included), keeping a's directions.
+    static void AppendStraight(std::vector<ZYLMathAxis> &frames, const ZYLMathAxis &a, const ZYLMathPoint &b,
+                               int segments);
+    /// Returns the motion that lifts from `start` by `lift` along its tool axis, moves
+    /// straight (in `segments` segments) to `drop` above `end` along its tool axis, and
+    /// goes down to `end`.
+    /// Returns the motion start, up (1 segment), across to above (`segments`), down to end.
+    static std::vector<ZYLMathAxis> UpAcrossDown(const ZYLMathAxis &start, const ZYLMathPoint &up,
+                                                 const ZYLMathPoint &above, const ZYLMathAxis &end, int segments);
+    static std::vector<ZYLMathAxis> StraightMotion(const ZYLMathAxis &start, const ZYLMathAxis &end, double lift,
+                                                   double drop, int segments);
+
+private:
+    friend class ZYLTPRollLayupProcedure;
+    friend class ZYLTPProgramBuilder;
+    void Refresh() const;
+    ZYLTPRollLayupProcedure *m_procedure;
+    const ZYLTPCourse *m_from;
+    const ZYLTPCourse *m_to;
+    OffPartMotionDetail m_detail = Normal;
+    mutable quint64 m_revision = 0;
+    mutable std::vector<std::unique_ptr<ZYLTPOffPartPoint>> m_points;
+    mutable std::vector<std::unique_ptr<ZYLTPOffPartPoint>> m_retired;
+};

@@ -1,0 +1,150 @@
+// SPDX-License-Identifier: LicenseRef-ZYL-Proprietary
+#pragma once
+
+#include "ZYLToolPathExport.h"
+
+#include "ZYLCompTowMask.h"
+#include "ZYLTPCourseLink.h"
+#include "ZYLTPOnPartTrajectory.h"
+
+#include "ZYLMathAxis.h"
+#include "ZYLMathPoint.h"
+#include "ZYLMathVector.h"
+
+#include <QCoreApplication>
+#include <QList>
+#include <QStringList>
+
+#include <memory>
+#include <utility>
+#include <vector>
+
+class ZYLGeoAssembledCurveOnSurface;
+class ZYLGeoSurface;
+class ZYLTPBreakRange;
+class ZYLTPCourse;
+class ZYLTPInspectionProcedure;
+class ZYLTPMachineConfiguration;
+class ZYLTPMachineHead;
+class ZYLTPProgram;
+class ZYLTPResource;
+class ZYLTPRollLayupProcedure;
+class ZYLTPRoller;
+class ZYLTPTool;
+class ZYLTPTowCourse;
+
+/// Builds a whole tool path program quickly, without a transaction: a program under
+/// construction belongs to no history. Each `Add...` validates its input and throws
+/// `ZYLSysException` (`ZYLSysOutOfBoundsException` for a value out of range) leaving the
+/// program as it was; what was added before stays. `TakeProgram()` hands the program over;
+/// a builder destroyed without handing it over deletes it.
+///
+/// ```cpp
+/// ZYLTPProgramBuilder b;
+/// auto *roller = b.AddRoller("Roller 1", 100, 60);
+/// auto *proc = b.AddRollLayupProcedure("Ply 1", "");
+/// auto *config = b.AddMachineConfiguration(proc, nullptr, roller);
+/// ZYLTPProgramBuilder::CourseData data;  // tips, normals, runs, parameters
+/// auto *course = b.AddTowCourse(proc, config, std::move(data));
+/// ZYLTPProgram *program = b.TakeProgram();
+/// ```
+class ZYLTOOLPATH_EXPORT ZYLTPProgramBuilder {
+    Q_DECLARE_TR_FUNCTIONS(ZYLTPProgramBuilder)
+public:
+    ZYLTPProgramBuilder();
+    ~ZYLTPProgramBuilder();
+    ZYLTPProgramBuilder(const ZYLTPProgramBuilder &) = delete;
+    ZYLTPProgramBuilder &operator=(const ZYLTPProgramBuilder &) = delete;
+
+    /// Returns the program under construction (null once taken).
+    ZYLTPProgram *GetProgram() const;
+    /// Hands the program over (no reference added: see `ZYLGeoGeometry`).
+    ZYLTPProgram *TakeProgram();
+
+    // Geometry of the ply; the program takes a reference on each.
+    void SetPlySurface(const ZYLGeoSurface *surface);
+    void AddPlyBoundary(ZYLGeoAssembledCurveOnSurface *boundary);
+
+    // Machine resources; ids are positions in the program's lists.
+    ZYLTPMachineHead *AddMachineHead(const QString &name);
+    /// Adds a roller (width and diameter > 0 mm).
+    ZYLTPRoller *AddRoller(const QString &name, double width, double diameter);
+    /// Sets a resource's collision points (centre in its tool frame, radius >= 0 mm).
+    void SetCollisionPoints(ZYLTPResource *resource, const QList<std::pair<ZYLMathPoint, double>> &points);
+
+    // Procedures
+    ZYLTPRollLayupProcedure *AddRollLayupProcedure(const QString &name, const QString &description);
+    ZYLTPInspectionProcedure *AddInspectionProcedure(const QString &name, const QString &description,
+                                                     const ZYLTPTool *scanner, std::vector<ZYLMathPoint> path,
+                                                     double scanFeedRate);
+    /// The parameters of a roll layup procedure (ranges as in its setters).
+    struct ProcedureParameters {
+        double layingFeedRate = 6000.0;
+        double addingFeedRate = 3000.0;
+        double cuttingFeedRate = 3000.0;
+        double rapidFeedRate = 20000.0;
+        double rapidApproach = 50.0;
+        double rapidRetract = 50.0;
+        double safetyClearance = 100.0;
+        double addCutDistance = 10.0;
+        ZYLMathAxis homeFrame;
+        ZYLTPCourseLink::OffPartMotionStrategy defaultStrategy = ZYLTPCourseLink::Linear;
+    };
+    void SetProcedureParameters(ZYLTPRollLayupProcedure *procedure, const ProcedureParameters &parameters);
+    /// Adds a machine configuration to a procedure; the tool must not be null, both must be
+    /// this program's.
+    ZYLTPMachineConfiguration *AddMachineConfiguration(ZYLTPRollLayupProcedure *procedure,
+                                                       const ZYLTPMachineHead *head, const ZYLTPTool *tool);
+
+    /// One run of tow points with constant values, in laying order.
+    struct TowRun {
+        int numPoints = 0;
+        ZYLCompTowMask towMask;
+        ZYLTPOnPartTrajectory::Values values;
+        ZYLCompTowMask forcedMask;
+        QList<double> forcedRates;
+    };
+    /// A course to add. `tips` and `normals` hold the tow points (at least 2); `directions`
+    /// may be empty (then computed from the tips, projected onto the tangent planes). The
+    /// runs cover the tow points exactly. Roll-in and roll-out trajectories take `rollInValues`
+    /// and `rollOutValues`.
+    struct CourseData {
+        std::vector<ZYLMathPoint> tips;
+        std::vector<ZYLMathVector> normals;
+        std::vector<ZYLMathVector> directions;
+        std::vector<TowRun> runs;
+        ZYLTPOnPartTrajectory::Values rollInValues;
+        ZYLTPOnPartTrajectory::Values rollOutValues;
+        double rollIn = 10.0;
+        double rollOut = 10.0;
+        double layingFeedRate = 6000.0;
+        double addFeedRate = 3000.0;
+        double cutFeedRate = 3000.0;
+        double approachAngle = 0.5;
+        double approachLength = 20.0;
+        double retractAngle = 0.5;
+        double retractLength = 20.0;
+        QStringList prefix;
+        QStringList suffix;
+    };
+    /// Adds a tow course at the end of the stored list and of the laying order.
+    ZYLTPTowCourse *AddTowCourse(ZYLTPRollLayupProcedure *procedure, const ZYLTPMachineConfiguration *configuration,
+                                 CourseData data);
+    /// Adds a break range [start, end] (arc lengths from the roll-in point, within the course).
+    ZYLTPBreakRange *AddBreakRange(ZYLTPCourse *course, double start, double end);
+    /// Sets the laying order of a procedure (a permutation); existing links must stay
+    /// consecutive.
+    void SetLayingOrder(ZYLTPRollLayupProcedure *procedure, const QList<int> &order);
+    /// Adds a link with the checks of `ZYLTPRollLayupProcedure::LinkCourses`; the courses
+    /// must already be consecutive in the laying order (first, last for procedure links).
+    ZYLTPCourseLink *AddLink(ZYLTPRollLayupProcedure *procedure, const ZYLTPCourse *from, const ZYLTPCourse *to,
+                             ZYLTPCourseLink::OffPartMotionStrategy strategy);
+    /// Adds a custom link with its stored frames (at least 2).
+    ZYLTPCourseLink *AddCustomLink(ZYLTPRollLayupProcedure *procedure, const ZYLTPCourse *from,
+                                   const ZYLTPCourse *to, std::vector<ZYLMathAxis> frames);
+
+private:
+    void CheckProcedure(const ZYLTPRollLayupProcedure *procedure) const;
+    void CheckLinkPlace(const ZYLTPRollLayupProcedure *procedure, const ZYLTPCourse *from, const ZYLTPCourse *to) const;
+    ZYLTPProgram *m_program;
+};

@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: LicenseRef-ZYL-Proprietary
+#pragma once
+
+#include "ZYLTPResource.h"
+
+/// A tool mounted on a machine head (a resource; see `ZYLTPResource` for ids). Rollers are
+/// the tools of roll layup (`ZYLTPRoller`).
+class ZYLTOOLPATH_EXPORT ZYLTPTool : public ZYLTPResource {
+    Q_OBJECT
+public:
+    ~ZYLTPTool() override;
+
+protected:
+    friend class ZYLTPProgramBuilder;
+    ZYLTPTool(ZYLTPProgram *program, int id, const QString &name);
+};
