@@ -91,6 +91,28 @@ struct DrawItem {
 
 enum class DragMode { None, Orbit, Pan, Gizmo };
 
+/// Returns whether a box (relative to a primitive's origin) lies wholly outside one plane of
+/// the view volume of `modelViewProjection`.
+bool IsOutsideView(const ZYLMathBoundingBox &box, const QMatrix4x4 &modelViewProjection)
+{
+    if (box.IsEmpty())
+        return true;
+    int outside[6] = {0, 0, 0, 0, 0, 0};
+    for (int corner = 0; corner < 8; ++corner) {
+        const QVector4D clip = modelViewProjection.map(
+            QVector4D(float(corner & 1 ? box.GetMax().X() : box.GetMin().X()),
+                      float(corner & 2 ? box.GetMax().Y() : box.GetMin().Y()),
+                      float(corner & 4 ? box.GetMax().Z() : box.GetMin().Z()), 1.0f));
+        outside[0] += clip.x() < -clip.w();
+        outside[1] += clip.x() > clip.w();
+        outside[2] += clip.y() < -clip.w();
+        outside[3] += clip.y() > clip.w();
+        outside[4] += clip.z() < -clip.w();
+        outside[5] += clip.z() > clip.w();
+    }
+    return std::any_of(std::begin(outside), std::end(outside), [](int n) { return n == 8; });
+}
+
 QVector3D toVector3D(const QColor &color)
 {
     return {float(color.redF()), float(color.greenF()), float(color.blueF())};
@@ -574,6 +596,7 @@ void ZYLStudioViewer::RenderScene(const QSize &pixelSize, const QSizeF &viewport
             stride *= 2;
         return stride;
     };
+    const QMatrix4x4 projection = camera.GetProjectionMatrix(viewport);
     std::vector<DrawItem> items;
     auto addRep = [&](const ZYLVisRep &rep, const ZYLMathAxis &frame, int priority, bool selected, bool preselected) {
         for (GpuPrimitive &primitive : d->Acquire(rep).primitives) {
@@ -585,6 +608,9 @@ void ZYLStudioViewer::RenderScene(const QSize &pixelSize, const QSizeF &viewport
                                                            : Pass::Opaque;
             item.primitive = &primitive;
             item.modelView = camera.GetModelViewMatrix(frame, primitive.origin);
+            // Courses off screen while working close up cost the software renderer nothing.
+            if (IsOutsideView(primitive.box, projection * item.modelView))
+                continue;
             item.stride = strideFor(primitive, item.modelView);
             item.color = GetDisplayColor(options.GetColor(), selected, preselected);
             item.color.setAlphaF(float(1.0 - options.GetTransparency()));
@@ -616,7 +642,6 @@ void ZYLStudioViewer::RenderScene(const QSize &pixelSize, const QSizeF &viewport
         return a.priority != b.priority ? a.priority < b.priority : a.pass < b.pass;
     });
 
-    const QMatrix4x4 projection = camera.GetProjectionMatrix(viewport);
     d->drawnVertices = 0;
     gl.glEnable(GL_PROGRAM_POINT_SIZE);
     gl.glEnable(GL_BLEND);

@@ -177,6 +177,23 @@ int main(int argc, char **argv)
     report("wheel zoom frames", zoomed);
     QTest::qWait(500); // let the view settle to full detail
 
+    // Working close up: a twentieth of the ply in view, the rest off screen.
+    {
+        ZYLStudioCamera camera = viewer.GetCamera();
+        camera.Zoom(0.05, QPointF(0.5 * width, 0.5 * height), QSizeF(viewer.size()));
+        viewer.SetCamera(camera);
+    }
+    std::vector<double> closeUp;
+    for (int i = 0; i < measuredFrames; ++i) {
+        ZYLStudioCamera camera = viewer.GetCamera();
+        camera.Pan(3.0, 1.0, QSizeF(viewer.size()));
+        viewer.SetCamera(camera);
+        closeUp.push_back(timeFrame(viewer));
+    }
+    report("close-up frames, full detail", closeUp);
+    std::printf("vertices drawn close up: %lld\n", static_cast<long long>(viewer.GetDrawnVertexCount()));
+    viewer.FitAll();
+
     // Mouse moves ask the environment to pick; a hit changes the pre-selection and redraws.
     std::vector<double> moves;
     for (int i = 0; i < measuredFrames; ++i) {

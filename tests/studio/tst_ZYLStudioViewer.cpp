@@ -552,6 +552,23 @@ private slots:
         }
     }
 
+    void skipsPrimitivesOutsideView()
+    {
+        Scene scene;
+        scene.Add(Shape::Polyline, ZYLMathPoint(0, 0, 0), red);      // 3 vertices, in view
+        scene.Add(Shape::Polyline, ZYLMathPoint(500, 0, 0), blue);   // off to the right
+        scene.Add(Shape::Polyline, ZYLMathPoint(0, 0, 500), blue);   // behind the eye
+        // A square far larger than the view, around it: partly visible, so drawn.
+        ZYLVisTrianglePrimitive *floor = new ZYLVisTrianglePrimitive(
+            {-1000, -1000, -50, 1000, -1000, -50, 1000, 1000, -50, -1000, 1000, -50}, {0, 1, 2, 0, 2, 3});
+        scene.Add(new ZYLVisRepGraphics({floor}, optionsOf(green)));
+        View view(scene, Projection::Perspective);
+        const QImage image = view.Image();
+        QCOMPARE(view.viewer.GetDrawnVertexCount(), 3 + 6);
+        VERIFY_COLOR(view.ColorAt(image, ZYLMathPoint(20, 20, -50)), green);
+        VERIFY_COLOR(view.ColorAt(image, ZYLMathPoint(0, 0, 0)), red);
+    }
+
     void drawsCoarserWhileZooming()
     {
         // 193 vertices a seventh of a pixel apart: thinned by 8 when still, by 32 while zooming.
