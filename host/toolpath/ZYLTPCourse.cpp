@@ -181,26 +181,57 @@ double ZYLTPCourse::GetOnPartTimeEstimate() const
     const double addCut = GetAddCutDistance();
     const int firstTow = FirstOnPart + 1;
     const int lastTow = GetNumTrajectories() - 3;
-    double minutes = 0.0;
-    for (int k = FirstOnPart; k <= lastTow + 1; ++k) {
-        const auto *trajectory = static_cast<const ZYLTPOnPartTrajectory *>(m_trajectories[size_t(k)].get());
-        const double length = trajectory->GetLength();
-        const auto *tow = qobject_cast<const ZYLTPTowTrajectory *>(trajectory);
-        if (!tow) {
-            minutes += length / trajectory->GetFeedRate();
-            continue;
+    const auto maskOf = [this, firstTow, lastTow](int k) {
+        if (k < firstTow || k > lastTow)
+            return quint64(0);
+        auto *t = qobject_cast<const ZYLTPTowTrajectory *>(m_trajectories[size_t(k)].get());
+        return t ? t->GetTowMask().GetRawValue() : quint64(0);
+    };
+    const auto startOf = [this](int k) {
+        return m_points->arcLengths[size_t(static_cast<const ZYLTPOnPartTrajectory *>(m_trajectories[size_t(k)].get())
+                                               ->GetFirstPointIndex())];
+    };
+    // Zones along the course (arc length from the first tow point): addCut mm after each point
+    // where a tow starts and before each point where one stops, across trajectory boundaries.
+    std::vector<std::pair<double, double>> addZones;
+    std::vector<std::pair<double, double>> cutZones;
+    for (int k = firstTow; k <= lastTow; ++k) {
+        const double start = startOf(k);
+        const double end = start + m_trajectories[size_t(k)]->GetLength();
+        if (maskOf(k) & ~maskOf(k - 1))
+            addZones.emplace_back(start, start + addCut);
+        if (maskOf(k) & ~maskOf(k + 1))
+            cutZones.emplace_back(end - addCut, end);
+    }
+    const auto inZone = [](const std::vector<std::pair<double, double>> &zones, double x) {
+        return std::any_of(zones.begin(), zones.end(), [x](const auto &z) { return x > z.first && x < z.second; });
+    };
+    double minutes = GetRollInTrajectory()->GetLength() / GetRollInTrajectory()->GetFeedRate()
+                     + GetRollOutTrajectory()->GetLength() / GetRollOutTrajectory()->GetFeedRate();
+    for (int k = firstTow; k <= lastTow; ++k) {
+        const ZYLTPTrajectory *trajectory = m_trajectories[size_t(k)].get();
+        const double start = startOf(k);
+        const double end = start + trajectory->GetLength();
+        // Cut the trajectory at every zone end inside it; each piece runs at one rate, add
+        // before cut before the trajectory's own.
+        std::vector<double> cuts{start, end};
+        for (const auto *zones : {&addZones, &cutZones}) {
+            for (const auto &[a, b] : *zones) {
+                for (double x : {a, b}) {
+                    if (x > start && x < end)
+                        cuts.push_back(x);
+                }
+            }
         }
-        const quint64 mask = tow->GetTowMask().GetRawValue();
-        const auto maskOf = [this](int j) {
-            auto *t = qobject_cast<const ZYLTPTowTrajectory *>(m_trajectories[size_t(j)].get());
-            return t ? t->GetTowMask().GetRawValue() : quint64(0);
-        };
-        const quint64 before = k > firstTow ? maskOf(k - 1) : 0;
-        const quint64 after = k < lastTow ? maskOf(k + 1) : 0;
-        const double addLength = (mask & ~before) ? std::min(addCut, length) : 0.0;
-        const double cutLength = (mask & ~after) ? std::min(addCut, length - addLength) : 0.0;
-        minutes += addLength / m_addFeedRate + cutLength / m_cutFeedRate
-                   + (length - addLength - cutLength) / trajectory->GetFeedRate();
+        std::sort(cuts.begin(), cuts.end());
+        for (size_t i = 1; i < cuts.size(); ++i) {
+            const double length = cuts[i] - cuts[i - 1];
+            const double middle = 0.5 * (cuts[i] + cuts[i - 1]);
+            const double rate = inZone(addZones, middle)
+                                    ? m_addFeedRate
+                                    : (inZone(cutZones, middle) ? m_cutFeedRate : trajectory->GetFeedRate());
+            minutes += length / rate;
+        }
     }
     return minutes * 60.0;
 }

@@ -52,11 +52,11 @@ class ZYLTPTrajectory;
 /// - `ComputePointLength(p)`: arc length from the roll-in point (0 for it, `GetLength()` for
 ///   the roll-out point);
 /// - `GetOnPartTimeEstimate()`: the sum over the on-part trajectories of length / feed rate,
-///   where on a tow trajectory the first `GetAddCutDistance()` mm after a tow add run at the
-///   add feed rate and the last `GetAddCutDistance()` mm before a tow cut at the cut feed
-///   rate (a tow is added where a tow trajectory lays a tow the previous one did not, cut
-///   where the next one stops laying it; the first tow trajectory adds all its tows, the last
-///   cuts all; add takes precedence where the two overlap) (s).
+///   except that along the course the first `GetAddCutDistance()` mm after each tow add run
+///   at the add feed rate and the last `GetAddCutDistance()` mm before each tow cut at the
+///   cut feed rate, across trajectory boundaries (a tow is added where a tow trajectory lays
+///   a tow the previous one did not, cut where the next one stops laying it; the first tow
+///   trajectory adds all its tows, the last cuts all; add wins where the zones overlap) (s).
 ///
 /// Feed rates: the course's laying feed rate is the rate of its on-part motion; setting it
 /// sets every on-part trajectory of the course to it (replacing rates set over ranges). The
