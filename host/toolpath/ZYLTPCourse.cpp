@@ -51,9 +51,9 @@ const ZYLTPOnPartPoint *ZYLTPCourse::GetPoint(int i) const
     std::unique_ptr<ZYLTPOnPartPoint> &view = views[size_t(i)];
     if (!view) {
         if (qobject_cast<const ZYLTPTowCourse *>(this))
-            view.reset(new ZYLTPTowPoint(this, i));
+            view.reset(new ZYLTPTowPoint(this, m_points.get(), i));
         else
-            view.reset(new ZYLTPOnPartPoint(this, i));
+            view.reset(new ZYLTPOnPartPoint(this, m_points.get(), i));
     }
     return view.get();
 }
@@ -70,14 +70,26 @@ int ZYLTPCourse::GetPointIndex(const ZYLTPOnPartPoint *point) const
     return i;
 }
 
+ZYLMathAxis ZYLTPCourse::GetUntiltedFrame(const ZYLTPCoursePoints &points, int i)
+{
+    const ZYLMathVector &laying = points.directions[size_t(i)];
+    return ZYLMathAxis(points.tips[size_t(i)], laying, points.normals[size_t(i)].Cross(laying));
+}
+
+void ZYLTPCourse::ReplacePointData(std::unique_ptr<ZYLTPCoursePoints> points)
+{
+    ZYLFeatRecorder::SetValue(m_points, std::move(points));
+    ZYLTPModelRevision::Record();
+}
+
 ZYLMathAxis ZYLTPCourse::GetPointFrame(int i, bool toolFrame) const
 {
-    const ZYLMathPoint &tip = m_points->tips[size_t(i)];
-    const ZYLMathVector &laying = m_points->directions[size_t(i)];
-    const ZYLMathVector side = m_points->normals[size_t(i)].Cross(laying);
-    ZYLMathAxis frame(tip, laying, side);
+    ZYLMathAxis frame = GetUntiltedFrame(*m_points, i);
     if (!toolFrame)
         return frame;
+    const ZYLMathPoint &tip = frame.GetOrigin();
+    const ZYLMathVector laying = frame.GetFirstDirection();
+    const ZYLMathVector side = frame.GetSecondDirection();
     const ZYLTPOnPartTrajectory *trajectory = GetTrajectoryOfPoint(i);
     if (trajectory->GetSideTilt() != 0.0)
         frame = frame.Rotated(tip, laying, trajectory->GetSideTilt());

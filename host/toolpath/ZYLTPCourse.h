@@ -88,6 +88,8 @@ public:
     /// Returns the untilted frame of point i (first laying direction, second side direction,
     /// third surface normal) and its tool frame (see `ZYLTPOnPartPoint`). i must be valid.
     ZYLMathAxis GetPointFrame(int i, bool toolFrame) const;
+    /// Returns the untilted frame of point i of `points`.
+    static ZYLMathAxis GetUntiltedFrame(const ZYLTPCoursePoints &points, int i);
     /// Returns the point data arrays.
     const ZYLTPCoursePoints &GetPointData() const { return *m_points; }
 
@@ -165,6 +167,11 @@ private:
     friend class ZYLTPRollLayupProcedure;
     friend class ZYLTPOnPartPoint;
     friend class ZYLTPTowCourse;
+    // Replaces the whole point data, views included, in one recorded change (for edits that
+    // rebuild the points, such as reversing or breaking): undo brings back the old arrays with
+    // their very views. The trajectories must be made to cover the new points in the same
+    // transaction.
+    void ReplacePointData(std::unique_ptr<ZYLTPCoursePoints> points);
     const ZYLTPTrajectory *SplitAt(int pointIndex, bool keepBack);
     void MergeEqualNeighbours(int fromTrajectory, int toTrajectory,
                               const std::vector<const ZYLTPTrajectory *> &created);

@@ -4,6 +4,7 @@
 #include "ZYLTPPoint.h"
 
 class ZYLTPCourse;
+struct ZYLTPCoursePoints;
 class ZYLTPOnPartTrajectory;
 
 /// A laying point: a view of entry `GetIndex()` of its course's point arrays. Views are
@@ -17,6 +18,10 @@ class ZYLTPOnPartTrajectory;
 /// the tool axis towards the laying direction; a positive side tilt towards minus the side
 /// direction. Tilts are constant along a trajectory, so the tool frame changes in steps at
 /// trajectory boundaries.
+///
+/// A view of point data the model has replaced is no longer among the course's points
+/// (`ZYLTPCourse::GetPointIndex` gives -1, `GetTrajectory` null); it still answers its tip
+/// and untilted frame from the replaced data.
 class ZYLTOOLPATH_EXPORT ZYLTPOnPartPoint : public ZYLTPPoint {
     Q_OBJECT
 public:
@@ -33,9 +38,15 @@ public:
 
 protected:
     friend class ZYLTPCourse;
-    ZYLTPOnPartPoint(const ZYLTPCourse *course, int index) : m_course(course), m_index(index) {}
+    ZYLTPOnPartPoint(const ZYLTPCourse *course, const ZYLTPCoursePoints *data, int index)
+        : m_course(course), m_data(data), m_index(index)
+    {
+    }
 
 private:
     const ZYLTPCourse *m_course;
+    // The point data the view belongs to: a view of replaced point data (kept alive by the
+    // edit that replaced it) keeps reading its own arrays.
+    const ZYLTPCoursePoints *m_data;
     int m_index;
 };

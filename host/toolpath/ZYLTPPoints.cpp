@@ -15,22 +15,24 @@ ZYLTPOffPartPoint::~ZYLTPOffPartPoint() = default;
 
 ZYLMathPoint ZYLTPOnPartPoint::GetTipPoint() const
 {
-    return m_course->GetPointData().tips[size_t(m_index)];
+    return m_data->tips[size_t(m_index)];
 }
 
 ZYLMathAxis ZYLTPOnPartPoint::GetAxis(bool toolFrame) const
 {
+    if (m_data != &m_course->GetPointData())
+        return ZYLTPCourse::GetUntiltedFrame(*m_data, m_index);
     return m_course->GetPointFrame(m_index, toolFrame);
 }
 
 const ZYLTPTrajectory *ZYLTPOnPartPoint::GetTrajectory() const
 {
-    return m_course->GetTrajectoryOfPoint(m_index);
+    return GetOnPartTrajectory();
 }
 
 const ZYLTPOnPartTrajectory *ZYLTPOnPartPoint::GetOnPartTrajectory() const
 {
-    return m_course->GetTrajectoryOfPoint(m_index);
+    return m_data == &m_course->GetPointData() ? m_course->GetTrajectoryOfPoint(m_index) : nullptr;
 }
 
 void ZYLTPOffPartPoint::RefreshOwner() const

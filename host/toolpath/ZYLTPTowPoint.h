@@ -12,5 +12,8 @@ public:
 
 private:
     friend class ZYLTPCourse;
-    ZYLTPTowPoint(const ZYLTPCourse *course, int index) : ZYLTPOnPartPoint(course, index) {}
+    ZYLTPTowPoint(const ZYLTPCourse *course, const ZYLTPCoursePoints *data, int index)
+        : ZYLTPOnPartPoint(course, data, index)
+    {
+    }
 };
