@@ -82,7 +82,6 @@ int main(int argc, char **argv)
     const int height = argc > 2 ? std::atoi(argv[2]) : 800;
 
     ZYLVisEnvironment environment;
-    std::vector<std::unique_ptr<ZYLVisRep>> reps;
     std::vector<std::unique_ptr<ZYLVisVirtualObject>> courses;
     ZYLVisOptions pointOptions;
     pointOptions.SetColor(QColor(230, 120, 30));
@@ -96,11 +95,11 @@ int main(int argc, char **argv)
         ZYLVisEnvironmentBatchContext batch(&environment);
         for (int c = 0; c < courseCount; ++c) {
             std::vector<ZYLMathPoint> points = coursePoints(c);
-            reps.emplace_back(new ZYLVisRepGraphics(
+            auto *rep = new ZYLVisRepGraphics(
                 {new ZYLVisPointPrimitive(points), new ZYLVisPolylinePrimitive(std::move(points))},
-                QList<ZYLVisOptions>{pointOptions, lineOptions}));
+                QList<ZYLVisOptions>{pointOptions, lineOptions});
             courses.push_back(std::make_unique<ZYLVisVirtualObject>(&environment));
-            courses.back()->SetRep(reps.back().get());
+            courses.back()->SetRep(rep);
             environment.AddVirtualObject(courses.back().get());
         }
     }

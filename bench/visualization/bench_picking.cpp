@@ -34,7 +34,6 @@ double height(double x, double y)
 
 struct Scene {
     ZYLVisEnvironment env;
-    std::vector<std::unique_ptr<ZYLVisRep>> reps;
     std::vector<std::unique_ptr<ZYLVisVirtualObject>> objects;
 
     explicit Scene(bool withPolylines)
@@ -52,9 +51,9 @@ struct Scene {
             QList<ZYLVisPrimitive *> primitives{new ZYLVisPointPrimitive(points)};
             if (withPolylines)
                 primitives.append(new ZYLVisPolylinePrimitive(std::move(points)));
-            reps.emplace_back(new ZYLVisRepGraphics(primitives, ZYLVisOptions()));
+            auto *rep = new ZYLVisRepGraphics(primitives, ZYLVisOptions());
             objects.push_back(std::make_unique<ZYLVisVirtualObject>(&env));
-            objects.back()->SetRep(reps.back().get());
+            objects.back()->SetRep(rep);
             env.AddVirtualObject(objects.back().get());
         }
     }

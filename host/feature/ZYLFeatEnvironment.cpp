@@ -16,8 +16,8 @@
 struct ZYLFeatEnvironment::Data {
     QPointer<ZYLFeatContainer> container;
     ZYLFeatVisualizationConfig config;
+    // Owns the representation of the container's content.
     std::unique_ptr<ZYLVisVirtualObject> content;
-    std::unique_ptr<ZYLVisRep> contentRep;
     int holds = 0;
     bool contentDirty = false;
 };
@@ -42,7 +42,6 @@ ZYLFeatEnvironment::~ZYLFeatEnvironment()
         manager->ForgetEnvironment(this);
     if (d->container)
         disconnect(d->container, nullptr, this, nullptr);
-    // The object borrows the representation: it goes first.
     d->content.reset();
 }
 
@@ -73,12 +72,11 @@ ZYLVisVirtualObject *ZYLFeatEnvironment::GetContentObject() const
 void ZYLFeatEnvironment::UpdateContent()
 {
     d->contentDirty = false;
-    std::unique_ptr<ZYLVisRep> rep;
+    ZYLVisRep *rep = nullptr;
     const ZYLFeatContainerManager *manager = ZYLFeatContainerManager::GetManager();
     if (d->container && manager)
-        rep.reset(manager->GetProvider(d->container)->CreateRep(d->container));
-    d->content->SetRep(rep.get());
-    d->contentRep = std::move(rep);
+        rep = manager->GetProvider(d->container)->CreateRep(d->container);
+    d->content->SetRep(rep);
 }
 
 void ZYLFeatEnvironment::OnContentChanged()
@@ -94,7 +92,6 @@ void ZYLFeatEnvironment::OnContentChanged()
     } catch (const std::exception &e) {
         qWarning("ZYLFeatEnvironment: the content cannot be drawn: %s", e.what());
         d->content->SetRep(nullptr);
-        d->contentRep.reset();
     }
 }
 

@@ -71,22 +71,23 @@ ZYLVisRep *shapeRep(Shape shape, const ZYLMathPoint &c, const ZYLVisOptions &opt
     return new ZYLVisRepGraphics({primitive}, options);
 }
 
-/// A scene whose objects and representations the test owns; objects go first, the
-/// environment last.
+/// A scene whose objects the test owns; each object owns the rep handed to it, except reps
+/// shared by several objects, which the keeper holds. Objects go first, the environment last.
 struct Scene {
     ZYLVisEnvironment env;
-    std::vector<std::unique_ptr<ZYLVisRep>> reps;
+    QObject keeper;
     std::vector<std::unique_ptr<ZYLVisVirtualObject>> objects;
 
+    /// Keeps a rep that several objects share (a rep with a parent stays with its parent).
     ZYLVisRep *Keep(ZYLVisRep *rep)
     {
-        reps.emplace_back(rep);
+        rep->setParent(&keeper);
         return rep;
     }
     ZYLVisVirtualObject *Add(ZYLVisRep *rep)
     {
         objects.push_back(std::make_unique<ZYLVisVirtualObject>(&env));
-        objects.back()->SetRep(rep ? Keep(rep) : nullptr);
+        objects.back()->SetRep(rep);
         env.AddVirtualObject(objects.back().get());
         return objects.back().get();
     }
@@ -310,12 +311,12 @@ private slots:
         ZYLVisVirtualObject *object = scene.Add(Shape::Square, c, red);
         View view(scene);
         VERIFY_COLOR(view.ColorAt(view.Image(), c), red);
-        object->SetRep(scene.Keep(shapeRep(Shape::Square, c, optionsOf(blue))));
+        object->SetRep(shapeRep(Shape::Square, c, optionsOf(blue)));
         VERIFY_COLOR(view.ColorAt(view.Image(), c), blue);
         QCOMPARE(view.viewer.GetUploadCount(), 2u);
         QCOMPARE(view.viewer.GetCachedRepCount(), 1);
         // A rep deleted while set leaves nothing drawn, and its buffers go.
-        scene.reps.back().reset();
+        delete object->GetRep();
         VERIFY_COLOR(view.ColorAt(view.Image(), c), background);
         QCOMPARE(view.viewer.GetCachedRepCount(), 0);
     }

@@ -73,8 +73,6 @@ public:
     /// Builds an object for the environment without adding it.
     ZYLVisVirtualObject *Make(ZYLVisRep *rep, const QString &label = {})
     {
-        if (rep)
-            m_reps.emplace_back(rep);
         m_objects.push_back(std::make_unique<ZYLVisVirtualObject>(&env));
         ZYLVisVirtualObject *object = m_objects.back().get();
         object->SetRep(rep);
@@ -94,6 +92,5 @@ public:
     }
 
 private:
-    std::vector<std::unique_ptr<ZYLVisRep>> m_reps;
     std::vector<std::unique_ptr<ZYLVisVirtualObject>> m_objects;
 };

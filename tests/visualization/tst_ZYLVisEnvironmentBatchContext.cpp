@@ -54,7 +54,7 @@ void tst_ZYLVisEnvironmentBatchContext::eachChangeOutsideBatch()
     if (change == "rep again")
         object->SetRep(object->GetRep());
     else if (change == "rep")
-        object->SetRep(other.get());
+        object->SetRep(other.release());
     else if (change == "null rep")
         object->SetRep(nullptr);
     else if (change == "position")

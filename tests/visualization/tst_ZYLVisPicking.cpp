@@ -236,23 +236,21 @@ void tst_ZYLVisPicking::changedAndDeletedRepsArePickedAfresh()
 {
     TestScene scene;
     ZYLVisVirtualObject *object = scene.Add(nullptr);
-    auto first = std::unique_ptr<ZYLVisRep>(pointRep({{0, 0, 0}}));
-    auto second = std::unique_ptr<ZYLVisRep>(pointRep({{5, 0, 0}}));
-    object->SetRep(first.get());
+    object->SetRep(pointRep({{0, 0, 0}}));
     QCOMPARE(scene.env.Pick(rayDown(0, 0)).object, object);
-    object->SetRep(second.get());
+    object->SetRep(pointRep({{5, 0, 0}}));
     QVERIFY(!scene.env.Pick(rayDown(0, 0)).IsHit());
     QCOMPARE(scene.env.Pick(rayDown(5, 0)).object, object);
 
-    // A deleted representation is dropped by the object: nothing to draw or pick.
+    // A representation deleted by someone else is dropped by the object: nothing to draw or
+    // pick.
     const quint64 changes = object->GetChangeCount();
-    second.reset();
+    delete object->GetRep();
     QVERIFY(!object->GetRep());
     QVERIFY(object->GetChangeCount() > changes);
     QVERIFY(!scene.env.Pick(rayDown(5, 0)).IsHit());
     // A new representation, possibly at the old address, is indexed afresh.
-    second.reset(pointRep({{7, 0, 0}}));
-    object->SetRep(second.get());
+    object->SetRep(pointRep({{7, 0, 0}}));
     QVERIFY(!scene.env.Pick(rayDown(5, 0)).IsHit());
     QCOMPARE(scene.env.Pick(rayDown(7, 0)).object, object);
 }

@@ -3,17 +3,22 @@
 // refused input that leaves the caller's objects untouched, and the arrays renderers upload.
 
 #include "ZYLVisRepSet.h"
+#include "ZYLVisVirtualObject.h"
+#include "ZYLVisEnvironment.h"
 
 #include "ZYLVisTestScene.h"
 
 #include <QPointer>
 #include <QTest>
 
+#include <memory>
+
 class tst_ZYLVisRep : public QObject {
     Q_OBJECT
 
 private slots:
     void setOwnsAndDeletesChildren();
+    void virtualObjectOwnsHandedOverRep();
     void refusedChildrenStayWithCaller();
     void graphicsRefusesBadPrimitiveLists_data();
     void graphicsRefusesBadPrimitiveLists();
@@ -39,6 +44,34 @@ void tst_ZYLVisRep::setOwnsAndDeletesChildren()
     QCOMPARE(set->GetBoundingBox(), ZYLMathBoundingBox(ZYLMathPoint(0, 0, 0), ZYLMathPoint(4, 5, 6)));
     set.reset();
     QVERIFY(!a && !b && !inner);
+}
+
+void tst_ZYLVisRep::virtualObjectOwnsHandedOverRep()
+{
+    ZYLVisEnvironment env;
+    auto object = std::make_unique<ZYLVisVirtualObject>(&env);
+    QPointer<ZYLVisRep> first = pointRep({{0, 0, 0}});
+    object->SetRep(first);
+    object->SetRep(first);
+    QVERIFY2(first, "setting the current rep again must not delete it");
+    QPointer<ZYLVisRep> second = pointRep({{1, 0, 0}});
+    object->SetRep(second);
+    QVERIFY2(!first, "a replaced rep is deleted");
+
+    // A rep that has a parent stays with that parent.
+    QObject keeper;
+    QPointer<ZYLVisRep> kept = pointRep({{2, 0, 0}});
+    kept->setParent(&keeper);
+    object->SetRep(kept);
+    QVERIFY(!second);
+    object->SetRep(nullptr);
+    QVERIFY(kept);
+
+    QPointer<ZYLVisRep> last = pointRep({{3, 0, 0}});
+    object->SetRep(last);
+    object.reset();
+    QVERIFY2(!last, "an object deletes its rep with itself");
+    QVERIFY(kept);
 }
 
 void tst_ZYLVisRep::refusedChildrenStayWithCaller()

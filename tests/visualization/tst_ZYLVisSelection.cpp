@@ -271,7 +271,7 @@ void tst_ZYLVisSelection::environmentDeletedBeforeObjects()
     auto env = std::make_unique<ZYLVisEnvironment>();
     auto rep = std::unique_ptr<ZYLVisRep>(pointRep({{0, 0, 0}}));
     auto object = std::make_unique<ZYLVisVirtualObject>(env.get());
-    object->SetRep(rep.get());
+    object->SetRep(rep.release());
     env->AddVirtualObject(object.get());
     env->AddToSelection(object.get());
     env.reset();
