@@ -264,6 +264,8 @@ void ZYLTPCourse::MoveEndPoint(bool rollIn, double distance)
 void ZYLTPCourse::SetRollIn(double distance)
 {
     ZYLTPCheck::Length(distance);
+    if (distance == m_rollIn)
+        return;
     ZYLFeatRecorder::SetValue(m_rollIn, distance);
     MoveEndPoint(true, distance);
     ZYLTPModelRevision::Record();
@@ -272,6 +274,8 @@ void ZYLTPCourse::SetRollIn(double distance)
 void ZYLTPCourse::SetRollOut(double distance)
 {
     ZYLTPCheck::Length(distance);
+    if (distance == m_rollOut)
+        return;
     ZYLFeatRecorder::SetValue(m_rollOut, distance);
     MoveEndPoint(false, distance);
     ZYLTPModelRevision::Record();
@@ -292,6 +296,8 @@ void ZYLTPCourse::SetLayingFeedRate(double feedRate)
 void ZYLTPCourse::SetAddFeedRate(double feedRate)
 {
     ZYLTPCheck::FeedRate(feedRate);
+    if (feedRate == m_addFeedRate)
+        return;
     ZYLFeatRecorder::SetValue(m_addFeedRate, feedRate);
     ZYLTPModelRevision::Record();
 }
@@ -299,6 +305,8 @@ void ZYLTPCourse::SetAddFeedRate(double feedRate)
 void ZYLTPCourse::SetCutFeedRate(double feedRate)
 {
     ZYLTPCheck::FeedRate(feedRate);
+    if (feedRate == m_cutFeedRate)
+        return;
     ZYLFeatRecorder::SetValue(m_cutFeedRate, feedRate);
     ZYLTPModelRevision::Record();
 }

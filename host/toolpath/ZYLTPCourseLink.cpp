@@ -90,6 +90,8 @@ void ZYLTPCourseLink::SetPointsDetail(OffPartMotionDetail detail)
 {
     if (detail < Coarse || detail > Fine)
         throw ZYLSysOutOfBoundsException(detail, Coarse, Fine);
+    if (detail == m_detail)
+        return;
     ZYLFeatRecorder::SetValue(m_detail, detail);
     ZYLTPModelRevision::Record();
 }
@@ -211,6 +213,8 @@ ZYLTPLinearCourseLink::~ZYLTPLinearCourseLink() = default;
 void ZYLTPLinearCourseLink::SetRapidApproach(double distance)
 {
     ZYLTPCheck::Length(distance);
+    if (distance == m_rapidApproach)
+        return;
     ZYLFeatRecorder::SetValue(m_rapidApproach, distance);
     ZYLTPModelRevision::Record();
 }
@@ -218,6 +222,8 @@ void ZYLTPLinearCourseLink::SetRapidApproach(double distance)
 void ZYLTPLinearCourseLink::SetRapidRetract(double distance)
 {
     ZYLTPCheck::Length(distance);
+    if (distance == m_rapidRetract)
+        return;
     ZYLFeatRecorder::SetValue(m_rapidRetract, distance);
     ZYLTPModelRevision::Record();
 }
@@ -253,3 +259,21 @@ ZYLTPCustomCourseLink::ZYLTPCustomCourseLink(ZYLTPRollLayupProcedure *procedure,
 {
 }
 ZYLTPCustomCourseLink::~ZYLTPCustomCourseLink() = default;
+
+QList<ZYLTPCustomCourseLink::VectorInterpolation> ZYLTPCustomCourseLink::GetAllVectorInterpolation()
+{
+    return {LinearInterpolation, SphericalInterpolation, ConstantInterpolation};
+}
+
+QString ZYLTPCustomCourseLink::GetVectorInterpolationString(VectorInterpolation interpolation)
+{
+    switch (interpolation) {
+    case LinearInterpolation:
+        return tr("Linear");
+    case SphericalInterpolation:
+        return tr("Spherical");
+    case ConstantInterpolation:
+        return tr("Constant");
+    }
+    return {};
+}

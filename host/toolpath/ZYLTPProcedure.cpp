@@ -48,6 +48,8 @@ double ZYLTPInspectionProcedure::GetPathLength() const
 void ZYLTPInspectionProcedure::SetScanFeedRate(double feedRate)
 {
     ZYLTPCheck::FeedRate(feedRate);
+    if (feedRate == m_scanFeedRate)
+        return;
     ZYLFeatRecorder::SetValue(m_scanFeedRate, feedRate);
     ZYLTPModelRevision::Record();
 }

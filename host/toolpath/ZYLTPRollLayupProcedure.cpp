@@ -128,6 +128,8 @@ void ZYLTPRollLayupProcedure::SetLayingOrder(const QList<int> &order)
     if (!permutation)
         throw ZYLSysException(tr("The laying order must list each of the %1 course indexes once").arg(n));
     ZYLFeatRecorder::RequireTransaction("Setting the laying order");
+    if (std::equal(m_order.begin(), m_order.end(), order.begin(), order.end()))
+        return;
     std::vector<int> position(static_cast<size_t>(n));
     for (int p = 0; p < n; ++p)
         position[size_t(order[p])] = p;
@@ -416,6 +418,8 @@ void ZYLTPRollLayupProcedure::RemoveLink(const ZYLTPCourseLink *link)
 void ZYLTPRollLayupProcedure::RemoveAllLinks()
 {
     ZYLFeatRecorder::RequireTransaction("Removing links");
+    if (m_links.empty())
+        return;
     for (int i = GetNumLinks() - 1; i >= 0; --i)
         DetachLink(i);
     ZYLTPModelRevision::Record();
@@ -436,6 +440,9 @@ template<class Check>
 void SetParameter(double &field, double value, Check check)
 {
     check(value);
+    // Setting the value a field has records nothing, so that a no-op leaves no undo entry.
+    if (field == value)
+        return;
     ZYLFeatRecorder::SetValue(field, value);
     ZYLTPModelRevision::Record();
 }
@@ -452,6 +459,8 @@ void ZYLTPRollLayupProcedure::SetAddCutDistance(double v) { SetParameter(m_addCu
 
 void ZYLTPRollLayupProcedure::SetHomeFrame(const ZYLMathAxis &frame)
 {
+    if (frame == m_homeFrame)
+        return;
     ZYLFeatRecorder::SetValue(m_homeFrame, frame);
     ZYLTPModelRevision::Record();
 }

@@ -140,6 +140,8 @@ ZYLTPOffPartTrajectory::~ZYLTPOffPartTrajectory() = default;
 void ZYLTPOffPartTrajectory::SetAngle(double angle)
 {
     ZYLTPCheck::ApproachAngle(angle);
+    if (angle == m_angle)
+        return;
     ZYLFeatRecorder::SetValue(m_angle, angle);
     ZYLTPModelRevision::Record();
 }
@@ -147,6 +149,8 @@ void ZYLTPOffPartTrajectory::SetAngle(double angle)
 void ZYLTPOffPartTrajectory::SetLength(double length)
 {
     ZYLTPCheck::Length(length);
+    if (length == m_length)
+        return;
     ZYLFeatRecorder::SetValue(m_length, length);
     ZYLTPModelRevision::Record();
 }

@@ -294,6 +294,9 @@ void tst_ZYLTPLinks::strategies()
     QCOMPARE(ZYLTPCourseLink::GetOffPartMotionStrategyLabel(ZYLTPCourseLink::Linear), QStringLiteral("Linear"));
     QCOMPARE(ZYLTPCourseLink::GetOffPartMotionStrategyLabel(ZYLTPCourseLink::SafetyPlane), QStringLiteral("Safety plane"));
     QCOMPARE(ZYLTPCourseLink::GetOffPartMotionDetailLabel(ZYLTPCourseLink::Fine), QStringLiteral("Fine"));
+    QCOMPARE(ZYLTPCustomCourseLink::GetAllVectorInterpolation().size(), 3);
+    QCOMPARE(ZYLTPCustomCourseLink::GetVectorInterpolationString(ZYLTPCustomCourseLink::SphericalInterpolation),
+             QStringLiteral("Spherical"));
     ZYLTPTestProgram t(3);
     ZYLTPRollLayupProcedure *p = t.procedure;
     const ZYLTPCourseLink::OffPartMotionStrategy custom = ZYLTPCourseLink::Custom;
