@@ -3,7 +3,7 @@
 // estimates, and the builder's validation.
 #include "ZYLTPTestProgram.h"
 
-#include "ZYLTPBreakRange.h"
+#include "ZYLToolPath.h"
 #include "ZYLTPInspectionProcedure.h"
 #include "ZYLTPMachineConfiguration.h"
 #include "ZYLTPMachineHead.h"
