@@ -6,6 +6,7 @@
 
 #include <cmath>
 #include <limits>
+#include <numbers>
 
 // Range checks shared by the setters and the builder of the tool path model: each throws
 // ZYLSysOutOfBoundsException, with the magnitude so that the message shows units, before
@@ -31,7 +32,7 @@ inline void Length(double v) { Range(v, 0.0, Infinity, true, false, ZYLSysValue:
 /// Tilts: [-1.55, 1.55] rad.
 inline void Tilt(double v) { Range(v, -MaxTilt, MaxTilt, true, true, ZYLSysValue::Angle); }
 /// Approach and retract angles: (0, pi/2] rad.
-inline void ApproachAngle(double v) { Range(v, 0.0, M_PI / 2, false, true, ZYLSysValue::Angle); }
+inline void ApproachAngle(double v) { Range(v, 0.0, std::numbers::pi / 2, false, true, ZYLSysValue::Angle); }
 /// Forces: [0, ∞) N.
 inline void Force(double v) { Range(v, 0.0, Infinity, true, false, ZYLSysValue::Force); }
 /// Fractions: [0, 1].

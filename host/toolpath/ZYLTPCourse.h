@@ -115,7 +115,7 @@ public:
     double ComputePointLength(const ZYLTPOnPartPoint *point) const;
     double GetOnPartTimeEstimate() const;
 
-    // Roll-in and roll-out distances, >= 0 mm
+    // Roll-in and roll-out distances, >= 0 mm; each setter moves the roll-in (roll-out) point
     double GetRollIn() const { return m_rollIn; }
     void SetRollIn(double distance);
     double GetRollOut() const { return m_rollOut; }
@@ -132,7 +132,7 @@ public:
     /// rates (mm; the procedure's value).
     double GetAddCutDistance() const;
 
-    // Post-processor instructions, written before and after the course
+    // Post-processor instructions, written before and after the course (any lines); recorded
     const QStringList &GetPrefixInstructions() const { return m_prefix; }
     void SetPrefixInstructions(const QStringList &instructions);
     const QStringList &GetSuffixInstructions() const { return m_suffix; }

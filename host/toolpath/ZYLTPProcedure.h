@@ -20,10 +20,10 @@ public:
 
     const ZYLTPProgram *GetProgram() const { return m_program; }
     const QString &GetName() const { return m_name; }
-    /// Sets the name; records.
+    /// Sets the name (any text); records.
     void SetName(const QString &name);
     const QString &GetDescription() const { return m_description; }
-    /// Sets the description; records.
+    /// Sets the description (any text); records.
     void SetDescription(const QString &description);
     /// Returns the tools the procedure uses, each once, in order of first use.
     virtual QList<const ZYLTPResource *> GetTools() const = 0;

@@ -89,26 +89,37 @@ public:
     void RemoveLink(const ZYLTPCourseLink *link);
     /// Removes every link, the approach and retract links included.
     void RemoveAllLinks();
+    /// The strategy of links made with a null strategy (Linear by default); throws
+    /// `ZYLSysOutOfBoundsException` for a value that is not a strategy.
     ZYLTPCourseLink::OffPartMotionStrategy GetDefaultStrategy() const { return m_defaultStrategy; }
     void SetDefaultStrategy(ZYLTPCourseLink::OffPartMotionStrategy strategy);
 
-    // Parameters
+    // Parameters. Each setter records its change and throws `ZYLSysOutOfBoundsException`,
+    // changing nothing, for a value outside the range given.
+    /// Default feed rates given to new courses (the "Reset" values): > 0 mm/min.
     double GetLayingFeedrate() const { return m_layingFeedRate; }
     void SetLayingFeedrate(double feedRate);
     double GetAddingFeedrate() const { return m_addingFeedRate; }
     void SetAddingFeedrate(double feedRate);
     double GetCuttingFeedrate() const { return m_cuttingFeedRate; }
     void SetCuttingFeedrate(double feedRate);
+    /// Feed rate of all off-part motion: > 0 mm/min.
     double GetRapidFeedRate() const { return m_rapidFeedRate; }
     void SetRapidFeedRate(double feedRate);
+    /// Rapid approach and retract distances of the procedure's links, and the defaults of new
+    /// linear links: >= 0 mm.
     double GetRapidApproach() const { return m_rapidApproach; }
     void SetRapidApproach(double distance);
     double GetRapidRetract() const { return m_rapidRetract; }
     void SetRapidRetract(double distance);
+    /// Height of the safety plane above the part's bounding box: >= 0 mm.
     double GetSafetyClearance() const { return m_safetyClearance; }
     void SetSafetyClearance(double distance);
+    /// Distance after a tow add and before a tow cut run at the add and cut feed rates: >= 0 mm.
     double GetAddCutDistance() const { return m_addCutDistance; }
     void SetAddCutDistance(double distance);
+    /// Home (park) frame of the machine, where the approach link starts and the retract link
+    /// ends; any frame.
     const ZYLMathAxis &GetHomeFrame() const { return m_homeFrame; }
     void SetHomeFrame(const ZYLMathAxis &frame);
     /// Returns the machine configurations of the procedure.
