@@ -1,0 +1,324 @@
+// SPDX-License-Identifier: LicenseRef-ZYL-Proprietary
+#include "ZYLTPProgramFileTestUtil.h"
+
+#include "ZYLTPProgramFile.h"
+#include "ZYLTPDemoGenerator.h"
+#include "ZYLTPCourse.h"
+#include "ZYLTPCourseLink.h"
+#include "ZYLTPLinearCourseLink.h"
+#include "ZYLTPRollLayupProcedure.h"
+#include "ZYLTPTowCourse.h"
+#include "ZYLTPTowPoint.h"
+
+#include "ZYLFeatContainer.h"
+
+#include <QFile>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+#include <QTest>
+
+class tst_ZYLTPProgramFile : public QObject {
+    Q_OBJECT
+private slots:
+    void initTestCase();
+    void roundTrip_data();
+    void roundTrip();
+    void saveKeepsPreviousFileOnFailure();
+    void damagedFileIsRefusedAtItsPlace_data();
+    void damagedFileIsRefusedAtItsPlace();
+    void truncatedFilesAreRefused();
+    void structuralFlipsAreRefused();
+    void randomFlipsNeverCrash();
+    void cancelledLoadCreatesNothing();
+
+private:
+    QByteArray m_small;
+};
+
+namespace {
+
+ZYLGeoRef<ZYLTPProgram> SmallDemo()
+{
+    ZYLTPDemoGenerator::Parameters p;
+    p.courses = 5;
+    p.pointSpacing = 60.0;
+    p.seed = 3;
+    return ZYLTPDemoGenerator::Create(p);
+}
+
+// Replaces the first match of `pattern` (which must match) with `replacement`.
+QByteArray ReplaceFirst(const QByteArray &text, const QString &pattern, const QString &replacement)
+{
+    QString s = QString::fromUtf8(text);
+    const QRegularExpression re(pattern);
+    const QRegularExpressionMatch m = re.match(s);
+    if (!m.hasMatch())
+        return {};
+    QString replaced = replacement;
+    for (int i = 1; i <= m.lastCapturedIndex(); ++i)
+        replaced.replace(QStringLiteral("\\%1").arg(i), m.captured(i));
+    s.replace(m.capturedStart(), m.capturedLength(), replaced);
+    return s.toUtf8();
+}
+
+// A located message: "<json path>: <reason>".
+bool IsLocated(const QString &message)
+{
+    static const QRegularExpression re(QStringLiteral("^(document|[a-z_]+(\\[\\d+\\])*(\\.[a-z_]+(\\[\\d+\\])*)*): \\S"));
+    return re.match(message).hasMatch();
+}
+
+} // namespace
+
+void tst_ZYLTPProgramFile::initTestCase()
+{
+    QString error;
+    m_small = ZYLTPProgramFile::Serialize(*SmallDemo(), &error);
+    QVERIFY2(!m_small.isEmpty(), qPrintable(error));
+}
+
+void tst_ZYLTPProgramFile::roundTrip_data()
+{
+    QTest::addColumn<int>("courses");
+    QTest::addColumn<int>("tows");
+    QTest::addColumn<bool>("inspection");
+    QTest::addColumn<bool>("edited");
+    QTest::newRow("small demo") << 5 << 8 << true << false;
+    QTest::newRow("16 tows, layup only") << 30 << 16 << false << false;
+    QTest::newRow("edited parameters and pinch states") << 12 << 12 << true << true;
+}
+
+void tst_ZYLTPProgramFile::roundTrip()
+{
+    QFETCH(int, courses);
+    QFETCH(int, tows);
+    QFETCH(bool, inspection);
+    QFETCH(bool, edited);
+    ZYLTPDemoGenerator::Parameters p;
+    p.courses = courses;
+    p.tows = tows;
+    p.inspection = inspection;
+    p.pointSpacing = 25.0;
+    ZYLGeoRef<ZYLTPProgram> original = ZYLTPDemoGenerator::Create(p);
+    if (edited) {
+        // Values the builder does not set, and range edits that split runs, must survive.
+        auto *layup = qobject_cast<ZYLTPRollLayupProcedure *>(original->GetProcedure(0));
+        ZYLFeatContainer container;
+        container.OpenTransaction(QStringLiteral("edit"));
+        layup->SetRapidFeedRate(12345.5);
+        layup->SetSafetyClearance(77.25);
+        layup->SetHomeFrame(ZYLMathAxis(ZYLMathPoint(10, 20, 900), ZYLMathVector(0, 1, 0), ZYLMathVector(-1, 0, 0)));
+        layup->GetLinkByIndex(1)->SetPointsDetail(ZYLTPCourseLink::Fine);
+        for (int i = 0; i < layup->GetNumLinks(); ++i)
+            if (auto *linear = qobject_cast<ZYLTPLinearCourseLink *>(layup->GetLinkByIndex(i))) {
+                linear->SetRapidApproach(33.0);
+                break;
+            }
+        auto *course = qobject_cast<ZYLTPTowCourse *>(layup->GetCourseByIndex(2));
+        course->SetRangeFeedRate(course->GetPoint(3), course->GetPoint(6), 4321.0);
+        course->SetPinchState(static_cast<const ZYLTPTowPoint *>(course->GetPoint(3)),
+                              static_cast<const ZYLTPTowPoint *>(course->GetPoint(6)), ZYLCompTowMask(0b101),
+                              {0.5, 1.0, 0.25});
+        course->SetRollIn(17.5);
+        course->SetPrefixInstructions({QStringLiteral("M100 \"quoted\" \\ back"), QStringLiteral("tab\there")});
+        container.CommitTransaction();
+    }
+
+    QString error;
+    const QByteArray first = ZYLTPProgramFile::Serialize(*original, &error);
+    QVERIFY2(!first.isEmpty(), qPrintable(error));
+    const ZYLTPProgramFile::LoadResult loaded = ZYLTPProgramFile::Parse(first);
+    QVERIFY2(loaded.program, qPrintable(loaded.error));
+    ZYLTPProgramFileTestUtil::CompareProgram(*original, *loaded.program);
+    if (QTest::currentTestFailed())
+        return;
+    const QByteArray second = ZYLTPProgramFile::Serialize(*loaded.program, &error);
+    QCOMPARE(second.size(), first.size());
+    QVERIFY(second == first);
+
+    // Through a file as well.
+    QTemporaryDir dir;
+    const QString fileName = dir.filePath(QStringLiteral("p.zyltp.json"));
+    QCOMPARE(ZYLTPProgramFile::Save(*loaded.program, fileName), QString());
+    QFile file(fileName);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QVERIFY(file.readAll() == first);
+    const ZYLTPProgramFile::LoadResult fromFile = ZYLTPProgramFile::Load(fileName);
+    QVERIFY2(fromFile.program, qPrintable(fromFile.error));
+    ZYLTPProgramFileTestUtil::CompareProgram(*original, *fromFile.program);
+}
+
+void tst_ZYLTPProgramFile::saveKeepsPreviousFileOnFailure()
+{
+    QTemporaryDir dir;
+    const QString fileName = dir.filePath(QStringLiteral("keep.zyltp.json"));
+    QFile file(fileName);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("previous");
+    file.close();
+    // The target's folder is made read-only, so the temporary file cannot be created.
+    QVERIFY(QFile::setPermissions(dir.path(), QFileDevice::ReadOwner | QFileDevice::ExeOwner));
+    const QString error = ZYLTPProgramFile::Save(*SmallDemo(), fileName);
+    QFile::setPermissions(dir.path(), QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
+    if (error.isEmpty())
+        QSKIP("the file system lets this user write into a read-only folder");
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QCOMPARE(file.readAll(), QByteArray("previous"));
+    QVERIFY(!ZYLTPProgramFile::Save(*SmallDemo(), dir.filePath(QStringLiteral("missing/x.zyltp.json"))).isEmpty());
+}
+
+void tst_ZYLTPProgramFile::damagedFileIsRefusedAtItsPlace_data()
+{
+    QTest::addColumn<QString>("pattern");
+    QTest::addColumn<QString>("replacement");
+    QTest::addColumn<QString>("message");
+    const QString number = QStringLiteral("-?[0-9][0-9.e+-]*");
+    QTest::newRow("not a unit tool axis") << QStringLiteral("\"tool_axis\":\\[(%1),").arg(number)
+                                          << QStringLiteral("\"tool_axis\":[3,")
+                                          << QStringLiteral("procedures[0].courses[0].points[0].tool_axis: not a unit vector");
+    QTest::newRow("NaN") << QStringLiteral("\"roll_out\":%1").arg(number) << QStringLiteral("\"roll_out\":NaN")
+                         << QStringLiteral("procedures[0].courses[0].roll_out:");
+    QTest::newRow("huge number") << QStringLiteral("\"roll_out\":%1").arg(number) << QStringLiteral("\"roll_out\":1e999")
+                                 << QStringLiteral("procedures[0].courses[0].roll_out:");
+    QTest::newRow("retyped number") << QStringLiteral("\"roll_in\":(%1)").arg(number)
+                                    << QStringLiteral("\"roll_in\":\"\\1\"")
+                                    << QStringLiteral("procedures[0].courses[0].roll_in: expected a number");
+    QTest::newRow("retyped array") << QStringLiteral("\"points\":\\[") << QStringLiteral("\"points\":{\"a\":1},\"x\":[")
+                                   << QStringLiteral("procedures[0].courses[0].points: expected an array");
+    QTest::newRow("removed field") << QStringLiteral("\"tip\":\\[[^\\]]*\\],") << QString()
+                                   << QStringLiteral("procedures[0].courses[0].points[0].tip: missing");
+    QTest::newRow("removed top field") << QStringLiteral("\"boundaries\":\\[.*?\\]\\]\\}\\]\\}\\],") << QString()
+                                       << QStringLiteral("boundaries: missing");
+    QTest::newRow("format not first") << QStringLiteral("\"format\":\"zyltp-program\",") << QString()
+                                      << QStringLiteral("format: missing before \"surface\"");
+    QTest::newRow("configuration out of range")
+        << QStringLiteral("\"configuration\":0") << QStringLiteral("\"configuration\":7")
+        << QStringLiteral("procedures[0].courses[0].configuration: 7 is out of range [0, 1]");
+    QTest::newRow("negative tool index") << QStringLiteral("\"tool\":0") << QStringLiteral("\"tool\":-1")
+                                         << QStringLiteral("procedures[0].configurations[0].tool: -1 is out of range");
+    QTest::newRow("link course out of range") << QStringLiteral("\"from\":0,") << QStringLiteral("\"from\":99,")
+                                              << QStringLiteral("procedures[0].links[1].from: 99 is out of range");
+    QTest::newRow("laying order not a permutation")
+        << QStringLiteral("\"laying_order\":\\[0,1") << QStringLiteral("\"laying_order\":[0,0")
+        << QStringLiteral("procedures[0].laying_order: ");
+    QTest::newRow("too wide mask") << QStringLiteral("\"tow_mask\":\"[^\"]*\"") << QStringLiteral("\"tow_mask\":\"1-9\"")
+                                   << QStringLiteral("procedures[0].courses[0].runs[0].tow_mask: tow 9 is beyond the course's 8 tows");
+    QTest::newRow("unreadable mask") << QStringLiteral("\"forced_mask\":\"\"") << QStringLiteral("\"forced_mask\":\"a-b\"")
+                                     << QStringLiteral("procedures[0].courses[0].runs[0].forced_mask: \"a-b\" is not a list of tows");
+    QTest::newRow("runs miss points") << QStringLiteral("\"runs\":\\[\\s*\\{\"points\":(\\d+)")
+                                      << QStringLiteral("\"runs\":[{\"points\":1\\1")
+                                      << QStringLiteral("procedures[0].courses[0].runs");
+    QTest::newRow("newer version") << QStringLiteral("\"version\":1") << QStringLiteral("\"version\":2")
+                                   << QStringLiteral("version: version 2 is newer than this program reads (1)");
+    QTest::newRow("other format") << QStringLiteral("\"zyltp-program\"") << QStringLiteral("\"other\"")
+                                  << QStringLiteral("format: not a tool path program file");
+    QTest::newRow("bad knots") << QStringLiteral("\"knots_u\":\\[0,") << QStringLiteral("\"knots_u\":[5,")
+                               << QStringLiteral("surface: ");
+    QTest::newRow("negative radius") << QStringLiteral("\"collision_points\":\\[\\[([^\\]]*),(%1)\\]").arg(number)
+                                     << QStringLiteral("\"collision_points\":[[\\1,-4]")
+                                     << QStringLiteral("heads[0].collision_points[0]: negative radius");
+    QTest::newRow("break range outside") << QStringLiteral("\"break_ranges\":\\[\\[") << QStringLiteral("\"break_ranges\":[[-50,-40],[")
+                                         << QStringLiteral("procedures[0].courses[");
+    QTest::newRow("negative procedure feed rate")
+        << QStringLiteral("\"laying_feed_rate\":(%1),\"adding").arg(number) << QStringLiteral("\"laying_feed_rate\":-5,\"adding")
+        << QStringLiteral("procedures[0].parameters.laying_feed_rate: ");
+    QTest::newRow("negative course feed rate")
+        << QStringLiteral("\"laying_feed_rate\":(%1),\"add_feed").arg(number) << QStringLiteral("\"laying_feed_rate\":-5,\"add_feed")
+        << QStringLiteral("procedures[0].courses[0]: ");
+    QTest::newRow("parameter out of range") << QStringLiteral("\"safety_clearance\":(%1)").arg(number)
+                                            << QStringLiteral("\"safety_clearance\":-3")
+                                            << QStringLiteral("procedures[0].parameters.safety_clearance: ");
+    QTest::newRow("trailing content") << QStringLiteral("\\}\\s*$") << QStringLiteral("}}")
+                                      << QStringLiteral("document: unexpected content");
+    QTest::newRow("unknown link strategy") << QStringLiteral("\"strategy\":\"linear\"") << QStringLiteral("\"strategy\":\"zigzag\"")
+                                           << QStringLiteral("procedures[0].links[1].strategy: unknown link strategy");
+    QTest::newRow("direction not perpendicular") << QStringLiteral("\"direction\":\\[[^\\]]*\\]")
+                                                 << QStringLiteral("\"direction\":[0,0,1]")
+                                                 << QStringLiteral("procedures[0].courses[0].points[0].direction:");
+}
+
+void tst_ZYLTPProgramFile::damagedFileIsRefusedAtItsPlace()
+{
+    QFETCH(QString, pattern);
+    QFETCH(QString, replacement);
+    QFETCH(QString, message);
+    const QByteArray damaged = ReplaceFirst(m_small, pattern, replacement);
+    QVERIFY2(!damaged.isEmpty(), "the pattern must occur in the demo file");
+    const ZYLTPProgramFile::LoadResult result = ZYLTPProgramFile::Parse(damaged);
+    QVERIFY(!result.program);
+    QVERIFY2(result.error.startsWith(message), qPrintable(result.error));
+    QVERIFY2(IsLocated(result.error), qPrintable(result.error));
+}
+
+void tst_ZYLTPProgramFile::truncatedFilesAreRefused()
+{
+    const qsizetype end = m_small.lastIndexOf('}');
+    QVERIFY(end > 0);
+    // Every cut before the closing brace, at a prime stride so that every kind of token is hit.
+    for (qsizetype cut = 0; cut < end; cut += 97) {
+        const ZYLTPProgramFile::LoadResult result = ZYLTPProgramFile::Parse(m_small.left(cut));
+        QVERIFY2(!result.program, qPrintable(QStringLiteral("cut at %1 was accepted").arg(cut)));
+        QVERIFY2(IsLocated(result.error), qPrintable(QStringLiteral("cut at %1: %2").arg(cut).arg(result.error)));
+    }
+}
+
+void tst_ZYLTPProgramFile::structuralFlipsAreRefused()
+{
+    // Replacing a bracket, brace, colon or quote by another byte always breaks the file.
+    int flips = 0;
+    for (qsizetype i = 0; i < m_small.size(); i += 13) {
+        const char c = m_small.at(i);
+        if (!QByteArray("{}[]:\"").contains(c))
+            continue;
+        QByteArray damaged = m_small;
+        damaged[i] = c == ':' ? ';' : '#';
+        const ZYLTPProgramFile::LoadResult result = ZYLTPProgramFile::Parse(damaged);
+        QVERIFY2(!result.program, qPrintable(QStringLiteral("flip at %1 was accepted: %2").arg(i).arg(QString::fromUtf8(damaged.mid(i - 30, 60)))));
+        QVERIFY2(IsLocated(result.error), qPrintable(QStringLiteral("flip at %1: %2").arg(i).arg(result.error)));
+        ++flips;
+    }
+    QVERIFY(flips > 100);
+}
+
+void tst_ZYLTPProgramFile::randomFlipsNeverCrash()
+{
+    // A flipped digit may still make a valid file; whatever the outcome, the load ends in a
+    // program or a located message.
+    quint64 state = 12345;
+    int refused = 0;
+    for (int k = 0; k < 300; ++k) {
+        state = state * 6364136223846793005ULL + 1442695040888963407ULL;
+        QByteArray damaged = m_small;
+        const qsizetype at = qsizetype((state >> 33) % quint64(damaged.size()));
+        damaged[at] = char(damaged.at(at) ^ (1 << ((state >> 20) % 7)));
+        const ZYLTPProgramFile::LoadResult result = ZYLTPProgramFile::Parse(damaged);
+        QCOMPARE(!result.program, !result.error.isEmpty());
+        if (!result.program) {
+            QVERIFY2(IsLocated(result.error), qPrintable(result.error));
+            ++refused;
+        }
+    }
+    QVERIFY(refused > 0);
+}
+
+void tst_ZYLTPProgramFile::cancelledLoadCreatesNothing()
+{
+    QList<double> fractions;
+    const ZYLTPProgramFile::LoadResult all = ZYLTPProgramFile::Parse(m_small, [&](double f) {
+        fractions.append(f);
+        return true;
+    });
+    QVERIFY(all.program);
+    QVERIFY(fractions.size() > 3);
+    QVERIFY(std::is_sorted(fractions.begin(), fractions.end()));
+    QCOMPARE(fractions.back(), 1.0);
+
+    int calls = 0;
+    const ZYLTPProgramFile::LoadResult cancelled = ZYLTPProgramFile::Parse(m_small, [&](double) { return ++calls < 3; });
+    QVERIFY(!cancelled.program);
+    QVERIFY(cancelled.cancelled);
+    QCOMPARE(calls, 3);
+}
+
+QTEST_GUILESS_MAIN(tst_ZYLTPProgramFile)
+#include "tst_ZYLTPProgramFile.moc"
