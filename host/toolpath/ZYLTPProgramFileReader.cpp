@@ -90,7 +90,7 @@ public:
     {
         m_document = &document;
         od::object root;
-        Check(document.get_object().get(root), Tr("expected an object"));
+        Check(document.get_object().get(root), "expected an object");
         // The members are read in the order they come, which lets the parser end on the
         // closing brace, so that anything after it is seen. References go backwards only
         // (boundaries to the surface, procedures to the resources), as written.
@@ -99,9 +99,9 @@ public:
         bool seen[numKeys] = {};
         for (auto member : root) {  // NOLINT(performance-for-range-copy)
             od::field field;
-            Check(std::move(member).get(field), Tr("expected a member"));
+            Check(std::move(member).get(field), "expected a member");
             std::string_view key;
-            Check(field.unescaped_key().get(key), Tr("expected a member name"));
+            Check(field.unescaped_key().get(key), "expected a member name");
             const int k = int(std::find(keys, keys + numKeys, key) - keys);
             if (k == numKeys)
                 continue;
@@ -192,10 +192,11 @@ private:
         Reader &m_r;
     };
 
-    void Check(simdjson::error_code error, const QString &onWrongType) const
+    // `onWrongType` is translated only on failure: this runs for every value of the file.
+    void Check(simdjson::error_code error, const char *onWrongType) const
     {
         if (error)
-            Fail(error == simdjson::INCORRECT_TYPE ? onWrongType : ErrorText(error));
+            Fail(error == simdjson::INCORRECT_TYPE ? Tr(onWrongType) : ErrorText(error));
     }
 
     // Runs `read` with the builder's and the geometry's refusals turned into located faults.
@@ -252,13 +253,13 @@ private:
     od::object Object(od::value value)
     {
         od::object object;
-        Check(value.get_object().get(object), Tr("expected an object"));
+        Check(value.get_object().get(object), "expected an object");
         return object;
     }
     double Number(od::value value)
     {
         double number = 0.0;
-        Check(value.get_double().get(number), Tr("expected a number"));
+        Check(value.get_double().get(number), "expected a number");
         if (!std::isfinite(number))
             Fail(Tr("not a finite number"));
         return number;
@@ -270,7 +271,7 @@ private:
         const simdjson::error_code error = value.get_int64().get(raw);
         if (error == simdjson::INCORRECT_TYPE || error == simdjson::NUMBER_ERROR)
             Fail(Tr("expected an integer"));
-        Check(error, Tr("expected an integer"));
+        Check(error, "expected an integer");
         number = raw;
         if (number < minimum || number > maximum)
             Fail(maximum < minimum ? Tr("%1 refers to nothing: the list is empty").arg(number)
@@ -280,7 +281,7 @@ private:
     QString String(od::value value)
     {
         std::string_view text;
-        Check(value.get_string().get(text), Tr("expected a string"));
+        Check(value.get_string().get(text), "expected a string");
         return QString::fromUtf8(text.data(), qsizetype(text.size()));
     }
 
@@ -295,12 +296,12 @@ private:
     qint64 ForEachElement(od::value value, F read)
     {
         od::array array;
-        Check(value.get_array().get(array), Tr("expected an array"));
+        Check(value.get_array().get(array), "expected an array");
         qint64 index = 0;
         for (auto element : array) {
             Scope s(*this, index);
             od::value item;
-            Check(element.get(item), Tr("expected a value"));
+            Check(element.get(item), "expected a value");
             read(item);
             ++index;
         }
@@ -669,9 +670,9 @@ private:
             bool seen[3] = {false, false, false};
             for (auto member : point) {
                 od::field field;
-                Check(std::move(member).get(field), Tr("expected a member"));
+                Check(std::move(member).get(field), "expected a member");
                 std::string_view key;
-                Check(field.unescaped_key().get(key), Tr("expected a member name"));
+                Check(field.unescaped_key().get(key), "expected a member name");
                 const int k = int(std::find(keys, keys + 3, key) - keys);
                 if (k == 3)
                     continue;
