@@ -1,0 +1,325 @@
+// SPDX-License-Identifier: LicenseRef-ZYL-Proprietary
+#include "ZYLTPCourseVisRep.h"
+
+#include "ZYLTPApproachTrajectory.h"
+#include "ZYLTPCourse.h"
+#include "ZYLTPCoursePoints.h"
+#include "ZYLTPPoint.h"
+#include "ZYLTPRetractTrajectory.h"
+#include "ZYLTPVisCourseGeometry.h"
+#include "ZYLTPVisPrimitives.h"
+
+#include "ZYLVisTrianglePrimitive.h"
+
+#include <array>
+
+using Options = ZYLTPVisualizationOptions;
+
+struct ZYLTPCourseVisRep::Data {
+    const ZYLTPCourse *course = nullptr;
+    int index = -1;
+};
+
+namespace {
+
+// Scratch arrays of a triangle strip builder. Kept per thread between representations: the
+// arrays of one course are copied into its primitive, and reusing them spares the fresh
+// pages a new allocation costs for every course of a large program.
+struct StripBuffers {
+    std::vector<double> xyz;
+    std::vector<double> normals;
+    std::vector<int> indices;
+};
+
+// Strips of triangles between two offset lines of a course, gathered into one primitive.
+class TriangleStrips {
+public:
+    explicit TriangleStrips(StripBuffers &buffers)
+        : m_b(buffers)
+    {
+        m_b.xyz.clear();
+        m_b.normals.clear();
+        m_b.indices.clear();
+    }
+
+    void Reserve(size_t numVertices)
+    {
+        m_b.xyz.reserve(3 * numVertices);
+        m_b.normals.reserve(3 * numVertices);
+        m_b.indices.reserve(3 * numVertices);
+    }
+
+    // Adds the strip between offsets a < b over points first..last. Both triangles of each
+    // quad turn counter-clockwise seen from the surface normal, so the band is lit on the
+    // side the tows face.
+    void Add(const ZYLTPVisCourseGeometry &g, int first, int last, double a, double b)
+    {
+        if (last <= first)
+            return;
+        for (int i = first; i <= last; ++i) {
+            const int left = int(m_b.xyz.size() / 3);
+            const ZYLMathVector side = g.GetSideDirection(i);
+            const ZYLMathPoint &tip = g.GetTip(i);
+            const ZYLMathVector &normal = g.GetNormal(i);
+            for (const double offset : {a, b}) {
+                const ZYLMathPoint p = tip + side * offset;
+                m_b.xyz.insert(m_b.xyz.end(), {p.X(), p.Y(), p.Z()});
+                m_b.normals.insert(m_b.normals.end(), {normal.X(), normal.Y(), normal.Z()});
+            }
+            if (i == last)
+                break;
+            const int right = left + 1;
+            const int nextLeft = left + 2;
+            const int nextRight = left + 3;
+            m_b.indices.insert(m_b.indices.end(), {left, nextRight, right, left, nextLeft, nextRight});
+        }
+    }
+
+    void AddTo(ZYLTPVisPrimitiveList &out, const ZYLVisOptions &options)
+    {
+        if (m_b.indices.empty())
+            return;
+        out.Add(std::make_unique<ZYLVisTrianglePrimitive>(m_b.xyz, m_b.indices, m_b.normals), options);
+    }
+
+private:
+    StripBuffers &m_b;
+};
+
+class CourseBuilder {
+public:
+    CourseBuilder(const ZYLTPCourse &course, const Options &options, ZYLTPVisPrimitiveList &out)
+        : m_course(course)
+        , m_geometry(course, options.GetTowWidth())
+        , m_options(options)
+        , m_out(out)
+    {
+    }
+
+    void Build()
+    {
+        AddTowFill();
+        AddTowEdges();
+        AddTowEnds();
+        if (m_options.IsLayingTrajectoryEnabled())
+            AddLayingTrajectory();
+        if (m_options.IsRollInOutEnabled())
+            AddRollInOut();
+        if (m_options.IsApproachRetractEnabled())
+            AddApproachRetract();
+        if (m_options.IsTipPointEnabled())
+            AddLayingPoints();
+    }
+
+private:
+    const ZYLVisOptions &Attributes(Options::GraphicElement element) const
+    {
+        return m_options.GetGraphicAttributes(element);
+    }
+
+    void AddTowFill()
+    {
+        const Options::ShortTowDisplay display = m_options.GetShortTowDisplay();
+        const bool plain = display == Options::AllTows || display == Options::AllTowsShortHighlighted;
+        const bool shortApart = display == Options::ShortTowsOnly || display == Options::AllTowsShortHighlighted;
+        if (!plain && !shortApart)
+            return;
+        const auto &spans = m_geometry.GetTowSpans();
+        const std::vector<quint64> shortMasks = shortApart
+                                                    ? m_geometry.ComputeShortTowMasks(m_options.GetMinimumTowLength())
+                                                    : std::vector<quint64>(spans.size(), 0);
+        thread_local StripBuffers buffers[2];
+        TriangleStrips tows(buffers[0]);
+        TriangleStrips shortTows(buffers[1]);
+        if (plain)
+            tows.Reserve(CountStripVertices([&](size_t s) { return spans[s].towMask & ~shortMasks[s]; }));
+        for (size_t s = 0; s < spans.size(); ++s) {
+            if (plain)
+                AddStrips(tows, spans[s], spans[s].towMask & ~shortMasks[s]);
+            AddStrips(shortTows, spans[s], shortMasks[s]);
+        }
+        tows.AddTo(m_out, Attributes(Options::CourseBandElement));
+        shortTows.AddTo(m_out, Attributes(Options::ShortTowElement));
+    }
+
+    template<class MaskOf>
+    size_t CountStripVertices(MaskOf maskOf) const
+    {
+        size_t count = 0;
+        const auto &spans = m_geometry.GetTowSpans();
+        for (size_t s = 0; s < spans.size(); ++s) {
+            ZYLTPVisForEachBitRun(maskOf(s), [&](int, int) {
+                count += 2 * size_t(spans[s].last - spans[s].first + 1);
+            });
+        }
+        return count;
+    }
+
+    void AddStrips(TriangleStrips &strips, const ZYLTPVisCourseGeometry::TowSpan &span, quint64 mask) const
+    {
+        // Neighbouring tows make one strip: the band has as few triangles as its outline allows.
+        ZYLTPVisForEachBitRun(mask, [&](int first, int last) {
+            strips.Add(m_geometry, span.first, span.last, m_geometry.GetEdgeOffset(first),
+                       m_geometry.GetEdgeOffset(last + 1));
+        });
+    }
+
+    void AddTowEdges()
+    {
+        const Options::TowEdgesDisplay display = m_options.GetTowEdgeDisplay();
+        const bool outer = display & Options::OuterTowEdges;
+        const bool inner = display & Options::InnerTowEdges;
+        if (!outer && !inner)
+            return;
+        // An edge that goes on from one span to the next stays one polyline, so that a long
+        // course's outline is a few lines rather than a segment per point pair.
+        std::vector<std::vector<ZYLMathPoint>> lines;
+        std::array<int, 65> open;
+        open.fill(-1);
+        for (const auto &span : m_geometry.GetTowSpans()) {
+            std::array<bool, 65> drawn{};
+            ZYLTPVisForEachBitRun(span.towMask, [&](int first, int last) {
+                for (int edge = first; edge <= last + 1; ++edge) {
+                    const bool isOuter = edge == first || edge == last + 1;
+                    drawn[size_t(edge)] = isOuter ? outer : inner;
+                }
+            });
+            for (int edge = 0; edge <= m_geometry.GetNumTows(); ++edge) {
+                int &line = open[size_t(edge)];
+                if (!drawn[size_t(edge)]) {
+                    line = -1;
+                    continue;
+                }
+                int from = span.first + 1;
+                if (line < 0) {
+                    line = int(lines.size());
+                    lines.emplace_back();
+                    from = span.first;
+                }
+                std::vector<ZYLMathPoint> &points = lines[size_t(line)];
+                const double offset = m_geometry.GetEdgeOffset(edge);
+                for (int i = from; i <= span.last; ++i)
+                    points.push_back(m_geometry.GetOffsetPoint(i, offset));
+            }
+        }
+        for (std::vector<ZYLMathPoint> &points : lines) {
+            if (points.size() >= 2)
+                m_out.AddPolyline(std::move(points), Attributes(Options::TowEdgeElement));
+        }
+    }
+
+    void AddTowEnds()
+    {
+        const Options::HeadProfilesDisplay display = m_options.GetTowHeadProfileDisplay();
+        const bool adds = display & Options::HeadProfilesAtAdds;
+        const bool cuts = display & Options::HeadProfilesAtCuts;
+        if (!adds && !cuts)
+            return;
+        const auto &spans = m_geometry.GetTowSpans();
+        std::vector<ZYLMathPoint> ends;
+        const auto appendAcross = [&](int point, quint64 mask) {
+            ZYLTPVisForEachBitRun(mask, [&](int first, int last) {
+                ends.push_back(m_geometry.GetOffsetPoint(point, m_geometry.GetEdgeOffset(first)));
+                ends.push_back(m_geometry.GetOffsetPoint(point, m_geometry.GetEdgeOffset(last + 1)));
+            });
+        };
+        for (size_t s = 0; s < spans.size(); ++s) {
+            const quint64 before = s == 0 ? 0 : spans[s - 1].towMask;
+            const quint64 after = s + 1 == spans.size() ? 0 : spans[s + 1].towMask;
+            if (adds)
+                appendAcross(spans[s].first, spans[s].towMask & ~before);
+            if (cuts)
+                appendAcross(spans[s].last, spans[s].towMask & ~after);
+        }
+        m_out.AddSegments(std::move(ends), Attributes(Options::HeadProfileElement));
+    }
+
+    void AddLayingTrajectory()
+    {
+        // The tow points are every point but the roll-in (first) and roll-out (last) ones.
+        const int n = m_geometry.GetNumPoints();
+        if (n < 4)
+            return;
+        const auto &tips = m_course.GetPointData().tips;
+        m_out.AddPolyline(std::vector<ZYLMathPoint>(tips.begin() + 1, tips.end() - 1),
+                          Attributes(Options::LayingTrajectoryElement));
+    }
+
+    void AddRollInOut()
+    {
+        const int n = m_geometry.GetNumPoints();
+        if (n < 3)
+            return;
+        m_out.AddSegments({m_geometry.GetTip(0), m_geometry.GetTip(1), m_geometry.GetTip(n - 2), m_geometry.GetTip(n - 1)},
+                          Attributes(Options::RollInOutElement));
+    }
+
+    void AddApproachRetract()
+    {
+        std::vector<ZYLMathPoint> ends;
+        for (const ZYLTPTrajectory *trajectory :
+             {static_cast<const ZYLTPTrajectory *>(m_course.GetApproachTrajectory()),
+              static_cast<const ZYLTPTrajectory *>(m_course.GetRetractTrajectory())}) {
+            if (!trajectory)
+                continue;
+            for (int i = 0; i + 1 < trajectory->GetNumPoints(); ++i) {
+                const ZYLTPPoint *a = trajectory->GetPoint(i);
+                const ZYLTPPoint *b = trajectory->GetPoint(i + 1);
+                if (a && b) {
+                    ends.push_back(a->GetTipPoint());
+                    ends.push_back(b->GetTipPoint());
+                }
+            }
+        }
+        m_out.AddSegments(std::move(ends), Attributes(Options::ApproachRetractElement));
+    }
+
+    void AddLayingPoints()
+    {
+        const int n = m_geometry.GetNumPoints();
+        m_out.AddPoints(m_course.GetPointData().tips, m_options.GetTipPointGraphicAttributes());
+        ZYLTPVisVectorSegments vectors(m_options.GetLayingVectorsToDisplay(), m_options.GetVectorLength(), false);
+        if (vectors.IsEmpty())
+            return;
+        vectors.Reserve(n);
+        // Frames are computed from the arrays; asking for point objects would create a view per
+        // point only to read the same arrays.
+        for (int i = 0; i < n; ++i)
+            vectors.Add(m_course.GetPointFrame(i, true));
+        vectors.AddTo(m_options, m_out);
+    }
+
+    const ZYLTPCourse &m_course;
+    ZYLTPVisCourseGeometry m_geometry;
+    const Options &m_options;
+    ZYLTPVisPrimitiveList &m_out;
+};
+
+} // namespace
+
+ZYLTPCourseVisRep::ZYLTPCourseVisRep(const ZYLTPCourse *course, int index, const ZYLTPVisualizationOptions &options,
+                                     QList<ZYLVisOptions> &out)
+    : d(std::make_unique<Data>())
+{
+    d->course = course;
+    d->index = index;
+    if (!course)
+        return;
+    ZYLTPVisPrimitiveList list;
+    CourseBuilder(*course, options, list).Build();
+    AddPrimitives(list.GetPrimitives(), list.GetOptions());
+    out.append(list.GetOptions());
+    list.Release();
+}
+
+ZYLTPCourseVisRep::~ZYLTPCourseVisRep() = default;
+
+const ZYLTPCourse *ZYLTPCourseVisRep::GetCourse() const
+{
+    return d->course;
+}
+
+int ZYLTPCourseVisRep::GetCourseIndex() const
+{
+    return d->index;
+}

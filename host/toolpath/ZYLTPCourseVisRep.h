@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: LicenseRef-ZYL-Proprietary
+#pragma once
+
+#include "ZYLToolPathExport.h"
+
+#include "ZYLTPVisualizationOptions.h"
+
+#include "ZYLVisRep.h"
+
+#include <QList>
+
+class ZYLTPCourse;
+
+/// The representation of a course, built once from the course as it is and the options
+/// given (see `ZYLTPVisualizationOptions` for what each option means). Its primitives, in
+/// this order, each only when its options ask for it and it has something to draw:
+/// 1. the tow fill, by `GetShortTowDisplay()`: the tows that are not short as triangles
+///    (course band attributes), then the short tow pieces as triangles (short tow
+///    attributes);
+/// 2. the tow edges as segments, by `GetTowEdgeDisplay()`;
+/// 3. the tow ends as segments, by `GetTowHeadProfileDisplay()`;
+/// 4. the laying trajectory: a polyline through the tow points (first to last tow point);
+/// 5. roll-in and roll-out: two segments, roll-in point to first tow point and last tow point
+///    to roll-out point;
+/// 6. approach and retract: two segments along the course's approach and retract motion;
+/// 7. with tip points on: the tips of every point of the course as dots, then one segment
+///    primitive per vector bit of `GetLayingVectorsToDisplay()` (laying direction, side
+///    direction, tool axis) along each point's tool frame.
+///
+/// Tows, fill, edges and ends exist for tow courses only. A null course gives an empty
+/// representation. `out` receives the display options of each primitive, in order.
+class ZYLTOOLPATH_EXPORT ZYLTPCourseVisRep : public ZYLVisRep {
+    Q_OBJECT
+
+public:
+    ZYLTPCourseVisRep(const ZYLTPCourse *course, int index, const ZYLTPVisualizationOptions &options,
+                      QList<ZYLVisOptions> &out);
+    ~ZYLTPCourseVisRep() override;
+
+    /// Returns the course shown (not owned).
+    const ZYLTPCourse *GetCourse() const;
+    /// Returns the index the course was given at construction.
+    int GetCourseIndex() const;
+
+private:
+    struct Data;
+    std::unique_ptr<Data> d;
+};

@@ -1,0 +1,112 @@
+// SPDX-License-Identifier: LicenseRef-ZYL-Proprietary
+#include "ZYLTPVisCourseGeometry.h"
+
+#include "ZYLTPCourse.h"
+#include "ZYLTPCoursePoints.h"
+#include "ZYLTPTowTrajectory.h"
+
+#include <algorithm>
+#include <bit>
+
+ZYLTPVisCourseGeometry::ZYLTPVisCourseGeometry(const ZYLTPCourse &course, double towWidth)
+    : m_course(course)
+    , m_points(course.GetPointData())
+    , m_towWidth(towWidth)
+{
+    quint64 used = 0;
+    for (int t = 0; t < course.GetNumTrajectories(); ++t) {
+        const auto *tow = qobject_cast<const ZYLTPTowTrajectory *>(course.GetTrajectory(t));
+        if (!tow)
+            continue;
+        // A tow trajectory's drawn span reaches the next one's first point, so that the
+        // band has no gap where the laid tows change.
+        if (!m_spans.empty())
+            m_spans.back().last = tow->GetFirstPointIndex();
+        const quint64 mask = tow->GetTowMask().GetRawValue();
+        m_spans.push_back({tow->GetFirstPointIndex(), tow->GetFirstPointIndex() + tow->GetNumPoints() - 1, mask});
+        used |= mask;
+    }
+    m_numTows = used == 0 ? 0 : 64 - std::countl_zero(used);
+}
+
+int ZYLTPVisCourseGeometry::GetNumPoints() const
+{
+    return m_points.GetNumPoints();
+}
+
+const ZYLMathPoint &ZYLTPVisCourseGeometry::GetTip(int i) const
+{
+    return m_points.tips[size_t(i)];
+}
+
+const ZYLMathVector &ZYLTPVisCourseGeometry::GetNormal(int i) const
+{
+    return m_points.normals[size_t(i)];
+}
+
+ZYLMathVector ZYLTPVisCourseGeometry::GetSideDirection(int i) const
+{
+    return m_points.normals[size_t(i)].Cross(m_points.directions[size_t(i)]);
+}
+
+ZYLMathPoint ZYLTPVisCourseGeometry::GetOffsetPoint(int i, double offset) const
+{
+    return GetTip(i) + GetSideDirection(i) * offset;
+}
+
+double ZYLTPVisCourseGeometry::GetArcLength(int i) const
+{
+    // Arc lengths are stored from the first tow point; the roll-in point lies the roll-in
+    // distance before it.
+    return i == 0 ? 0.0 : m_course.GetRollIn() + m_points.arcLengths[size_t(i)];
+}
+
+std::pair<int, double> ZYLTPVisCourseGeometry::Locate(double arc) const
+{
+    const int n = GetNumPoints();
+    if (n < 2)
+        return {0, 0.0};
+    if (arc <= 0.0)
+        return {0, 0.0};
+    // Index 0 is handled apart: its stored entry is not its arc length.
+    int lo = 1;
+    if (arc < GetArcLength(1)) {
+        lo = 0;
+    } else {
+        const auto begin = m_points.arcLengths.begin() + 1;
+        const auto end = m_points.arcLengths.end();
+        const double stored = arc - m_course.GetRollIn();
+        // The last point whose arc length is <= arc.
+        lo = int(std::upper_bound(begin, end, stored) - m_points.arcLengths.begin()) - 1;
+        lo = std::clamp(lo, 1, n - 2);
+    }
+    const double a = GetArcLength(lo);
+    const double b = GetArcLength(lo + 1);
+    const double t = b > a ? std::clamp((arc - a) / (b - a), 0.0, 1.0) : 1.0;
+    return {lo, t};
+}
+
+std::vector<quint64> ZYLTPVisCourseGeometry::ComputeShortTowMasks(double minimumLength) const
+{
+    std::vector<quint64> shortMasks(m_spans.size(), 0);
+    for (int tow = 0; tow < m_numTows; ++tow) {
+        const quint64 bit = quint64(1) << tow;
+        size_t s = 0;
+        while (s < m_spans.size()) {
+            if (!(m_spans[s].towMask & bit)) {
+                ++s;
+                continue;
+            }
+            size_t end = s;
+            while (end < m_spans.size() && (m_spans[end].towMask & bit))
+                ++end;
+            const double length = GetArcLength(m_spans[end - 1].last) - GetArcLength(m_spans[s].first);
+            if (length < minimumLength) {
+                for (size_t k = s; k < end; ++k)
+                    shortMasks[k] |= bit;
+            }
+            s = end;
+        }
+    }
+    return shortMasks;
+}

@@ -1,0 +1,148 @@
+// SPDX-License-Identifier: LicenseRef-ZYL-Proprietary
+// Vector primitives of a list of points, and collision point spheres.
+
+#include "ZYLTPVisTestProgram.h"
+#include "ZYLTPVisTestSupport.h"
+
+#include "ZYLTPOnPartPoint.h"
+#include "ZYLTPVisRepFactory.h"
+#include "ZYLTPVisualizationUtil.h"
+
+#include "ZYLVisTrianglePrimitive.h"
+
+#include <QTest>
+
+#include <memory>
+
+using O = ZYLTPVisualizationOptions;
+
+class tst_ZYLTPVisualizationUtil : public QObject {
+    Q_OBJECT
+
+private slots:
+    void vectorPrimitives_data()
+    {
+        QTest::addColumn<int>("vectors");
+        QTest::addColumn<QList<int>>("directions");
+        QTest::newRow("none") << int(O::NoVectors) << QList<int>{};
+        QTest::newRow("laying direction") << int(O::LayingDirection) << QList<int>{0};
+        QTest::newRow("side direction") << int(O::SideDirection) << QList<int>{1};
+        QTest::newRow("tool axis") << int(O::ToolAxis) << QList<int>{2};
+        QTest::newRow("tool axis and laying direction") << int(O::ToolAxisAndLayingDirection) << QList<int>{0, 2};
+        QTest::newRow("all axes") << int(O::AllAxes) << QList<int>{0, 1, 2};
+    }
+    void vectorPrimitives()
+    {
+        QFETCH(int, vectors);
+        QFETCH(QList<int>, directions);
+        ZYLTPVisTestProgram program;
+        // Tilted points, so that the tool frame differs from the world frame.
+        const ZYLTPTowCourse *course = program.AddCourse(0.0, {{4, 0x3, 0.3}});
+        const QList<const ZYLTPPoint *> points{course->GetPoint(1), nullptr, course->GetPoint(3)};
+        O options = ZYLTPVisDistinctOptions();
+        options.SetVectorLength(7.5);
+
+        // The outputs are appended to: what the caller had stays in front.
+        QList<ZYLVisPrimitive *> primitives{nullptr};
+        QList<ZYLVisOptions> primitiveOptions{ZYLVisOptions()};
+        ZYLTPVisualizationUtil::CreateVectorPrimitives(points, O::VectorsToDisplay(vectors), options, primitives,
+                                                       primitiveOptions);
+        std::vector<std::unique_ptr<ZYLVisPrimitive>> owned;
+        for (ZYLVisPrimitive *p : primitives)
+            owned.emplace_back(p);
+
+        QCOMPARE(primitives.size(), 2 + directions.size());
+        QCOMPARE(primitiveOptions.size(), primitives.size());
+        QCOMPARE(primitives[0], nullptr);
+        QCOMPARE(primitiveOptions[1], options.GetTipPointGraphicAttributes());
+        QCOMPARE(primitives[1]->GetKind(), ZYLVisPrimitive::Kind::Points);
+        QCOMPARE(primitives[1]->GetNumVertices(), 2);
+        QVERIFY(ZYLTPVisNear(primitives[1]->GetVertex(1), points[2]->GetTipPoint()));
+
+        const O::VectorsToDisplay bits[] = {O::LayingDirection, O::SideDirection, O::ToolAxis};
+        for (int k = 0; k < directions.size(); ++k) {
+            const int direction = directions[k];
+            const ZYLVisPrimitive *segments = primitives[2 + k];
+            QCOMPARE(primitiveOptions[2 + k], options.GetGraphicAttributes(O::GetVectorElement(bits[direction])));
+            QCOMPARE(segments->GetKind(), ZYLVisPrimitive::Kind::Segments);
+            QCOMPARE(segments->GetNumElements(), 2);
+            int s = 0;
+            for (const ZYLTPPoint *point : {points[0], points[2]}) {
+                const ZYLMathAxis frame = point->GetAxis(true);
+                QVERIFY(ZYLTPVisNear(segments->GetVertex(2 * s), frame.GetOrigin()));
+                QVERIFY(ZYLTPVisNear(segments->GetVertex(2 * s + 1),
+                                     frame.GetOrigin() + frame.GetDirection(direction) * 7.5));
+                ++s;
+            }
+        }
+    }
+
+    void vectorPrimitivesOfNoPoint()
+    {
+        QList<ZYLVisPrimitive *> primitives;
+        QList<ZYLVisOptions> primitiveOptions;
+        ZYLTPVisualizationUtil::CreateVectorPrimitives({}, O::AllAxes, O(), primitives, primitiveOptions);
+        ZYLTPVisualizationUtil::CreateVectorPrimitives({nullptr}, O::AllAxes, O(), primitives, primitiveOptions);
+        QVERIFY(primitives.isEmpty());
+        QVERIFY(primitiveOptions.isEmpty());
+    }
+
+    void collisionSphere_data()
+    {
+        QTest::addColumn<double>("radius");
+        QTest::addColumn<int>("segments");
+        QTest::addColumn<int>("bands");
+        QTest::newRow("marker") << 12.5 << 8 << 8;
+        QTest::newRow("coarsest") << 3.0 << 2 << 2;
+        QTest::newRow("below the minimum") << 3.0 << 0 << 2;
+        QTest::newRow("above the maximum") << 1.0 << 1000 << 128;
+    }
+    void collisionSphere()
+    {
+        QFETCH(double, radius);
+        QFETCH(int, segments);
+        QFETCH(int, bands);
+        const ZYLMathPoint centre(10.0, -20.0, 30.0);
+        const std::unique_ptr<ZYLVisRep> rep(ZYLTPVisRepFactory::CreateCollisionPointRep(centre, radius, segments));
+        QCOMPARE(rep->GetNumPrimitives(), 1);
+        QCOMPARE(rep->GetOptions(0), ZYLTPVisRepFactory::GetCollisionPointAttributes());
+        const auto *sphere = dynamic_cast<const ZYLVisTrianglePrimitive *>(rep->GetPrimitive(0));
+        QVERIFY(sphere);
+        // Two caps of one triangle per sector and two triangles per sector on the other bands,
+        // with twice as many sectors as bands.
+        const int sectors = 2 * bands;
+        QCOMPARE(sphere->GetNumElements(), sectors * (2 + 2 * (bands - 2)));
+        for (const ZYLMathPoint &vertex : sphere->GetVertices())
+            QVERIFY(ZYLTPVisNear(vertex.GetDistanceTo(centre), radius, 1e-9));
+        // Every triangle faces outwards.
+        for (int t = 0; t < sphere->GetNumElements(); ++t) {
+            const ZYLMathPoint a = sphere->GetTriangleVertex(t, 0);
+            const ZYLMathVector n = (sphere->GetTriangleVertex(t, 1) - a).Cross(sphere->GetTriangleVertex(t, 2) - a);
+            QVERIFY(n.Dot(a - centre) > 0.0);
+        }
+        const ZYLMathBoundingBox box = rep->GetBoundingBox();
+        QVERIFY(ZYLTPVisNear(box.GetMin(), centre - ZYLMathVector(radius, radius, radius), 1e-9));
+        QVERIFY(ZYLTPVisNear(box.GetMax(), centre + ZYLMathVector(radius, radius, radius), 1e-9));
+    }
+
+    void collisionPointWithoutRadius_data()
+    {
+        QTest::addColumn<double>("radius");
+        QTest::newRow("zero") << 0.0;
+        QTest::newRow("negative") << -1.0;
+        QTest::newRow("not a number") << qQNaN();
+    }
+    void collisionPointWithoutRadius()
+    {
+        QFETCH(double, radius);
+        const ZYLMathPoint centre(1.0, 2.0, 3.0);
+        const std::unique_ptr<ZYLVisRep> rep(ZYLTPVisRepFactory::CreateCollisionPointRep(centre, radius, 8));
+        QCOMPARE(rep->GetNumPrimitives(), 1);
+        QCOMPARE(rep->GetPrimitive(0)->GetKind(), ZYLVisPrimitive::Kind::Points);
+        QCOMPARE(rep->GetPrimitive(0)->GetNumVertices(), 1);
+        QCOMPARE(rep->GetPrimitive(0)->GetVertex(0), centre);
+    }
+};
+
+QTEST_GUILESS_MAIN(tst_ZYLTPVisualizationUtil)
+#include "tst_ZYLTPVisualizationUtil.moc"
