@@ -49,14 +49,14 @@ public:
         m_b.indices.reserve(3 * numVertices);
     }
 
-    // Adds the strip between offsets a < b over points first..last. Both triangles of each
-    // quad turn counter-clockwise seen from the surface normal, so the band is lit on the
-    // side the tows face.
-    void Add(const ZYLTPVisCourseGeometry &g, int first, int last, double a, double b)
+    // Adds the strip between offsets a < b through the points `stations`. Both triangles of
+    // each quad turn counter-clockwise seen from the surface normal, so the band is lit on
+    // the side the tows face.
+    void Add(const ZYLTPVisCourseGeometry &g, const std::vector<int> &stations, double a, double b)
     {
-        if (last <= first)
+        if (stations.size() < 2)
             return;
-        for (int i = first; i <= last; ++i) {
+        for (const int i : stations) {
             const int left = int(m_b.xyz.size() / 3);
             const ZYLMathVector side = g.GetSideDirection(i);
             const ZYLMathPoint &tip = g.GetTip(i);
@@ -66,7 +66,7 @@ public:
                 m_b.xyz.insert(m_b.xyz.end(), {p.X(), p.Y(), p.Z()});
                 m_b.normals.insert(m_b.normals.end(), {normal.X(), normal.Y(), normal.Z()});
             }
-            if (i == last)
+            if (i == stations.back())
                 break;
             const int right = left + 1;
             const int nextLeft = left + 2;
@@ -86,6 +86,11 @@ private:
     StripBuffers &m_b;
 };
 
+// How far the tow band and its edges may stray from the band through every laying point
+// (mm): a hundredth of a millimetre, far below what a machine places tows to, and enough for
+// a smooth course to need a vertex only every few centimetres.
+constexpr double StationTolerance = 0.01;
+
 class CourseBuilder {
 public:
     CourseBuilder(const ZYLTPCourse &course, const Options &options, ZYLTPVisPrimitiveList &out)
@@ -94,6 +99,9 @@ public:
         , m_options(options)
         , m_out(out)
     {
+        m_stations.reserve(m_geometry.GetTowSpans().size());
+        for (const auto &span : m_geometry.GetTowSpans())
+            m_stations.push_back(m_geometry.ComputeStations(span, StationTolerance));
     }
 
     void Build()
@@ -135,8 +143,8 @@ private:
             tows.Reserve(CountStripVertices([&](size_t s) { return spans[s].towMask & ~shortMasks[s]; }));
         for (size_t s = 0; s < spans.size(); ++s) {
             if (plain)
-                AddStrips(tows, spans[s], spans[s].towMask & ~shortMasks[s]);
-            AddStrips(shortTows, spans[s], shortMasks[s]);
+                AddStrips(tows, s, spans[s].towMask & ~shortMasks[s]);
+            AddStrips(shortTows, s, shortMasks[s]);
         }
         tows.AddTo(m_out, Attributes(Options::CourseBandElement));
         shortTows.AddTo(m_out, Attributes(Options::ShortTowElement));
@@ -149,17 +157,17 @@ private:
         const auto &spans = m_geometry.GetTowSpans();
         for (size_t s = 0; s < spans.size(); ++s) {
             ZYLTPVisForEachBitRun(maskOf(s), [&](int, int) {
-                count += 2 * size_t(spans[s].last - spans[s].first + 1);
+                count += 2 * m_stations[s].size();
             });
         }
         return count;
     }
 
-    void AddStrips(TriangleStrips &strips, const ZYLTPVisCourseGeometry::TowSpan &span, quint64 mask) const
+    void AddStrips(TriangleStrips &strips, size_t span, quint64 mask) const
     {
         // Neighbouring tows make one strip: the band has as few triangles as its outline allows.
         ZYLTPVisForEachBitRun(mask, [&](int first, int last) {
-            strips.Add(m_geometry, span.first, span.last, m_geometry.GetEdgeOffset(first),
+            strips.Add(m_geometry, m_stations[span], m_geometry.GetEdgeOffset(first),
                        m_geometry.GetEdgeOffset(last + 1));
         });
     }
@@ -176,7 +184,9 @@ private:
         std::vector<std::vector<ZYLMathPoint>> lines;
         std::array<int, 65> open;
         open.fill(-1);
-        for (const auto &span : m_geometry.GetTowSpans()) {
+        const auto &spans = m_geometry.GetTowSpans();
+        for (size_t s = 0; s < spans.size(); ++s) {
+            const auto &span = spans[s];
             std::array<bool, 65> drawn{};
             ZYLTPVisForEachBitRun(span.towMask, [&](int first, int last) {
                 for (int edge = first; edge <= last + 1; ++edge) {
@@ -190,16 +200,17 @@ private:
                     line = -1;
                     continue;
                 }
-                int from = span.first + 1;
+                // A line going on from the previous span has its first station already.
+                size_t from = 1;
                 if (line < 0) {
                     line = int(lines.size());
                     lines.emplace_back();
-                    from = span.first;
+                    from = 0;
                 }
                 std::vector<ZYLMathPoint> &points = lines[size_t(line)];
                 const double offset = m_geometry.GetEdgeOffset(edge);
-                for (int i = from; i <= span.last; ++i)
-                    points.push_back(m_geometry.GetOffsetPoint(i, offset));
+                for (size_t k = from; k < m_stations[s].size(); ++k)
+                    points.push_back(m_geometry.GetOffsetPoint(m_stations[s][k], offset));
             }
         }
         for (std::vector<ZYLMathPoint> &points : lines) {
@@ -291,6 +302,7 @@ private:
 
     const ZYLTPCourse &m_course;
     ZYLTPVisCourseGeometry m_geometry;
+    std::vector<std::vector<int>> m_stations;
     const Options &m_options;
     ZYLTPVisPrimitiveList &m_out;
 };

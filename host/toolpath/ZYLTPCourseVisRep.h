@@ -17,7 +17,8 @@ class ZYLTPCourse;
 /// 1. the tow fill, by `GetShortTowDisplay()`: the tows that are not short as triangles
 ///    (course band attributes), then the short tow pieces as triangles (short tow
 ///    attributes);
-/// 2. the tow edges as segments, by `GetTowEdgeDisplay()`;
+/// 2. the tow edges as polylines (one per edge line that runs on unbroken), by
+///    `GetTowEdgeDisplay()`;
 /// 3. the tow ends as segments, by `GetTowHeadProfileDisplay()`;
 /// 4. the laying trajectory: a polyline through the tow points (first to last tow point);
 /// 5. roll-in and roll-out: two segments, roll-in point to first tow point and last tow point
@@ -27,7 +28,10 @@ class ZYLTPCourse;
 ///    primitive per vector bit of `GetLayingVectorsToDisplay()` (laying direction, side
 ///    direction, tool axis) along each point's tool frame.
 ///
-/// Tows, fill, edges and ends exist for tow courses only. A null course gives an empty
+/// The tow fill and the tow edges run through the first and last point of each tow
+/// trajectory and, between them, only through the points needed to stay within 0.01 mm of
+/// the band through every point: a smooth course of a million points needs far fewer
+/// vertices. Tows, fill, edges and ends exist for tow courses only. A null course gives an empty
 /// representation. `out` receives the display options of each primitive, in order.
 class ZYLTOOLPATH_EXPORT ZYLTPCourseVisRep : public ZYLVisRep {
     Q_OBJECT

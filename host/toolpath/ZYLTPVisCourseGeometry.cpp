@@ -86,6 +86,32 @@ std::pair<int, double> ZYLTPVisCourseGeometry::Locate(double arc) const
     return {lo, t};
 }
 
+std::vector<int> ZYLTPVisCourseGeometry::ComputeStations(const TowSpan &span, double tolerance) const
+{
+    std::vector<int> stations{span.first};
+    // A chord of length L over an arc that turns by theta strays about L * theta / 8 from it;
+    // a band edge h from the centre adds h to the lever. Squared, with theta^2 taken as
+    // 2 (1 - cos theta) from the dot product of unit directions and normals, so that a
+    // candidate costs no square root and no trigonometry.
+    const double h = 0.5 * m_towWidth * m_numTows;
+    const double limit = 64.0 * tolerance * tolerance;
+    int anchor = span.first;
+    for (int j = span.first + 1; j < span.last; ++j) {
+        const int next = j + 1;
+        const double chord2 = m_points.tips[size_t(next)].GetSquaredDistanceTo(m_points.tips[size_t(anchor)]);
+        const double cosDirection = m_points.directions[size_t(anchor)].Dot(m_points.directions[size_t(next)]);
+        const double cosNormal = m_points.normals[size_t(anchor)].Dot(m_points.normals[size_t(next)]);
+        const double turn2 = 2.0 * (1.0 - std::min(cosDirection, cosNormal));
+        if (2.0 * (chord2 + h * h) * turn2 > limit) {
+            stations.push_back(j);
+            anchor = j;
+        }
+    }
+    if (span.last > span.first)
+        stations.push_back(span.last);
+    return stations;
+}
+
 std::vector<quint64> ZYLTPVisCourseGeometry::ComputeShortTowMasks(double minimumLength) const
 {
     std::vector<quint64> shortMasks(m_spans.size(), 0);

@@ -54,6 +54,10 @@ public:
     double GetTowWidth() const { return m_towWidth; }
     double GetEdgeOffset(int edge) const { return (edge - 0.5 * m_numTows) * m_towWidth; }
     const std::vector<TowSpan> &GetTowSpans() const { return m_spans; }
+    /// Returns the points of span `span` the band is drawn through: its first and last point
+    /// and, between them, as few points as keep the band and its edges within `tolerance` mm
+    /// of the band through every point (a smooth course needs a point only where it turns).
+    std::vector<int> ComputeStations(const TowSpan &span, double tolerance) const;
     /// Returns, per span, the tows that belong to a tow piece (a run of consecutive spans
     /// laying the tow) shorter than `minimumLength`.
     std::vector<quint64> ComputeShortTowMasks(double minimumLength) const;
