@@ -3,19 +3,16 @@
 // points (one million laying points), as the edit environment does on entry and after each
 // undo: with the options of the default view modes (tow band with short tows, outer tow
 // edges, tow ends), and, for comparison, with the polyline views that add every laying point
-// and its vectors.
+// and its vectors, and with everything drawn.
 //
-// Courses lie side by side on a doubly curved panel. Their sixteen tows are added one after
-// the other over the first 80 points and cut one after the other over the last 75, as where
-// a course crosses a slanted ply boundary, so each course has 32 tow trajectories.
+// The program is the demo generator's: courses of 16 tows over a doubly curved panel, tows
+// added and cut along a ply boundary.
 
 #include "ZYLTPCourse.h"
 #include "ZYLTPCourseVisRep.h"
+#include "ZYLTPDemoGenerator.h"
 #include "ZYLTPProgram.h"
-#include "ZYLTPProgramBuilder.h"
 #include "ZYLTPRollLayupProcedure.h"
-#include "ZYLTPRoller.h"
-#include "ZYLTPTowCourse.h"
 #include "ZYLTPVisualizationOptions.h"
 
 #include "ZYLVisPrimitive.h"
@@ -23,7 +20,6 @@
 #include <QCoreApplication>
 #include <QElapsedTimer>
 
-#include <cmath>
 #include <cstdio>
 #include <memory>
 #include <vector>
@@ -32,39 +28,6 @@ namespace {
 
 constexpr int NumCourses = 500;
 constexpr int NumPoints = 2000;
-constexpr int NumTows = 16;
-constexpr int StaggerPoints = 5;
-
-ZYLTPProgramBuilder::CourseData MakeCourse(int c)
-{
-    ZYLTPProgramBuilder::CourseData data;
-    data.tips.reserve(NumPoints);
-    data.normals.reserve(NumPoints);
-    const double y0 = c * NumTows * 6.35;
-    for (int i = 0; i < NumPoints; ++i) {
-        // A shallow bowl, curved along and across the courses.
-        const double x = i * 2.5;
-        const double y = y0;
-        const double dzdx = 2e-5 * (x - 2500.0);
-        const double dzdy = 1e-6 * (y - 25000.0);
-        data.tips.emplace_back(x, y, 1e-5 * (x - 2500.0) * (x - 2500.0) + 5e-7 * (y - 25000.0) * (y - 25000.0));
-        const ZYLMathVector normal = ZYLMathVector(-dzdx, -dzdy, 1.0).Normalized().value();
-        data.normals.push_back(normal);
-    }
-    const auto run = [](int points, quint64 mask) {
-        ZYLTPProgramBuilder::TowRun r;
-        r.numPoints = points;
-        r.towMask = ZYLCompTowMask(mask);
-        return r;
-    };
-    const quint64 all = (quint64(1) << NumTows) - 1;
-    for (int t = 1; t <= NumTows; ++t)
-        data.runs.push_back(run(StaggerPoints, (quint64(1) << t) - 1));
-    data.runs.push_back(run(NumPoints - (2 * NumTows - 1) * StaggerPoints, all));
-    for (int t = 1; t < NumTows; ++t)
-        data.runs.push_back(run(StaggerPoints, all & ~((quint64(1) << t) - 1)));
-    return data;
-}
 
 struct Totals {
     long long primitives = 0;
@@ -113,14 +76,23 @@ int main(int argc, char **argv)
     QCoreApplication app(argc, argv);
     QElapsedTimer timer;
     timer.start();
-    ZYLTPProgramBuilder builder;
-    auto *roller = builder.AddRoller(QStringLiteral("Roller"), 120.0, 60.0);
-    auto *procedure = builder.AddRollLayupProcedure(QStringLiteral("Ply"), QString());
-    auto *configuration = builder.AddMachineConfiguration(procedure, nullptr, roller);
+    ZYLTPDemoGenerator::Parameters parameters;
+    parameters.courses = NumCourses;
+    parameters.pointsPerCourse = NumPoints;
+    parameters.tows = 16;
+    parameters.inspection = false;
+    const ZYLGeoRef<ZYLTPProgram> program = ZYLTPDemoGenerator::Create(parameters);
     QList<ZYLTPCourse *> courses;
-    for (int c = 0; c < NumCourses; ++c)
-        courses.append(builder.AddTowCourse(procedure, configuration, MakeCourse(c)));
-    std::printf("program: %d courses x %d tow points built in %.2f s\n", NumCourses, NumPoints,
+    for (int p = 0; p < program->GetNumProcedures(); ++p) {
+        if (const auto *procedure = qobject_cast<const ZYLTPRollLayupProcedure *>(program->GetProcedure(p))) {
+            for (int c = 0; c < procedure->GetNumCourses(); ++c)
+                courses.append(procedure->GetCourseByIndex(c));
+        }
+    }
+    long long points = 0;
+    for (const ZYLTPCourse *course : courses)
+        points += course->GetNumPoints();
+    std::printf("program: %lld courses, %lld laying points, made in %.2f s\n", (long long)courses.size(), points,
                 timer.nsecsElapsed() * 1e-9);
 
     using O = ZYLTPVisualizationOptions;
