@@ -9,9 +9,12 @@
 /// the surface, the ply boundary, the machine head and the rollers. The action's view mode
 /// arrives as the dynamic property "mode".
 ///
-/// A view mode takes effect through the tool path graphics manager, which this build of the
-/// module does not have yet; so far the command stores no setting and draws nothing, and the
-/// controller accepts it right after `GainFocus`, as it does every command without a panel.
+/// `GainFocus` does the whole work: a view mode is stored in its setting of
+/// `ZYLTPEditUISettings`; then, for every action, the graphics manager rebuilds the tool path
+/// nodes with its current options; a toggle finally stores the checked state of its action
+/// ("ZYLToolPathViewCmd." followed by the mode) and shows or hides the surface, the ply
+/// boundary, the machine head or the rollers of id 0 accordingly. The command has no panel
+/// and no transaction of its own; the controller accepts it right after `GainFocus`.
 class ZYLToolPathViewCmd : public ZYLCmdCommand {
     Q_OBJECT
     Q_CLASSINFO("label", "View toolpath")
@@ -20,7 +23,7 @@ public:
     Q_INVOKABLE explicit ZYLToolPathViewCmd(QObject *parent);
     ~ZYLToolPathViewCmd() override;
 
-    /// Applies the action's view mode (see the class description).
+    /// Applies the action's view mode or toggle (see the class description).
     void GainFocus() override;
 
 private:
