@@ -10,6 +10,8 @@
 
 class ZYLFeatContainer;
 class ZYLFeatEnvironment;
+class ZYLTPProgram;
+class ZYLVisEnvironment;
 
 /// The host's side of the tool path edit environment, shared by the studio and the tests: it
 /// starts the host services, loads the tool path module at run time and takes it all down
@@ -39,14 +41,22 @@ class ZYLFeatEnvironment;
 /// The module is looked for in the folder named by the environment variable ZYL_MODULE_DIR,
 /// or else in the folder of this session library (the build puts all libraries side by side).
 ///
-/// Next step, the concrete graphics manager: the module exports the abstract
-/// `ZYLEditTPGraphicsMgr`, and the host's manager (with its `GetUpdatedSurface`) derives from
-/// it, so its code must link the module, which the session must not do (it loads the module
-/// as any host does). That class will live in a small bridge library that links the module
-/// and that the session loads with `QLibrary` right after the module and unloads right
-/// before it; the session reaches it through one `extern "C"` factory function resolved by
-/// name, gives the manager the edit environment, the program and the feature, and enters
-/// and leaves the edit environment while the module is loaded.
+/// The graphics manager. The module exports the abstract `ZYLEditTPGraphicsMgr`; the host's
+/// manager derives from it, so it lives in a small bridge library (`GetBridgePath()`) that
+/// links the module. `LoadModule()` loads the bridge right after the module and creates the
+/// manager through the bridge's factory (`ZYLStudioGraphicsBridge`); unloading deletes the
+/// manager and unloads the bridge right before the module. A missing bridge is reported
+/// like a missing module.
+///
+/// The edit environment. `EnterEditEnvironment(program)` makes a new scene, hands it to the
+/// manager together with the program, a feature standing for the tool path, the ply surface
+/// (as a `ZYLFeatGeometry`), the ply boundaries, the machine head and the rollers (each a
+/// feature container whose provider draws a simple model of it, sized from the roller's
+/// width and diameter), the collision points of every head and roller by id and the three
+/// feed flags; the manager then enters the environment and builds the tool path graphics
+/// with the current view settings. `LeaveEditEnvironment()` removes the tool path graphics
+/// and leaves, which cancels the running command and deletes the scene. `Shutdown()` leaves
+/// before it unloads.
 ///
 /// GUI thread only; a QApplication must exist for the actions and panels.
 class ZYLSTUDIOSESSION_EXPORT ZYLStudioSession : public QObject {
@@ -85,17 +95,35 @@ public:
     /// null.
     ZYLFeatEnvironment *GetEnvironment() const;
 
+    /// Enters the edit environment of `program` (see the class description), leaving the
+    /// current one first; loads the module if need be. Returns false, doing nothing, for a
+    /// null program or when module or bridge cannot be loaded.
+    bool EnterEditEnvironment(const ZYLTPProgram *program);
+    /// Leaves the edit environment; nothing when not in one.
+    void LeaveEditEnvironment();
+    /// Returns whether the edit environment is entered.
+    bool IsInEditEnvironment() const;
+    /// Returns the scene of the edit environment while it is entered, else null.
+    ZYLVisEnvironment *GetEditEnvironment() const;
+    /// Returns the graphics manager (a `ZYLEditTPGraphicsMgr`) while the module is loaded,
+    /// else null.
+    QObject *GetGraphicsManager() const;
+
     /// Returns the folder the module is loaded from: ZYL_MODULE_DIR when set, else the folder
     /// of the session library.
     static QString GetModuleDirectory();
     /// Returns the path of the module library in `GetModuleDirectory()`.
     static QString GetModulePath();
+    /// Returns the path of the graphics bridge library in `GetModuleDirectory()`.
+    static QString GetBridgePath();
 
 signals:
     /// The module could not be loaded; `message` is the loader's.
     void ErrorOccurred(const QString &message);
 
 private:
+    bool LoadBridge();
+    void UnloadBridge();
     void UnloadModule();
 
     struct Data;
