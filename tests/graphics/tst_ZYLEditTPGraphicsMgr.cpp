@@ -1,0 +1,745 @@
+// SPDX-License-Identifier: LicenseRef-ZYL-Proprietary
+// The tool path edit graphics as the studio runs them: the session loads the module and the
+// graphics bridge, enters the edit environment of a small program, and the tests look at the
+// scene, trigger the view actions and undo and redo in the session's container.
+#include "ZYLEditTPGraphicsMgr.h"
+#include "ZYLTPEditUISettings.h"
+#include "ZYLTPTestProgram.h"
+
+#include "ZYLStudioSession.h"
+
+#include "ZYLTPBreakRange.h"
+#include "ZYLTPBreakRangeVisRep.h"
+#include "ZYLTPCourseLink.h"
+#include "ZYLTPCourseVisRep.h"
+#include "ZYLTPLinkVisRep.h"
+#include "ZYLTPMachineHead.h"
+#include "ZYLTPOffPartPoint.h"
+#include "ZYLTPProcedureLink.h"
+#include "ZYLTPVisualizationOptions.h"
+#include "ZYLTPVisualizationSettings.h"
+
+#include "ZYLCmdAction.h"
+#include "ZYLCmdCommand.h"
+#include "ZYLCmdController.h"
+#include "ZYLFeatContainer.h"
+#include "ZYLFeatObject.h"
+#include "ZYLGeoRef.h"
+#include "ZYLVisEnvironment.h"
+#include "ZYLVisRepSet.h"
+#include "ZYLVisVirtualObject.h"
+
+#include <QPointer>
+#include <QTest>
+
+#include <memory>
+
+namespace {
+
+using CollisionPoints = QList<ZYLEditTPGraphicsMgr::CollisionPoint>;
+using Mgr = ZYLEditTPGraphicsMgr;
+
+const CollisionPoints HeadPoints{{ZYLMathPoint(0.0, 0.0, 150.0), 40.0}, {ZYLMathPoint(0.0, 30.0, 200.0), 35.0}};
+const CollisionPoints Roller0Points{{ZYLMathPoint(0.0, 25.0, 10.0), 5.0}};
+const CollisionPoints Roller1Points{{ZYLMathPoint(0.0, -15.0, 8.0), 3.0}, {ZYLMathPoint(0.0, 15.0, 8.0), 3.0}};
+
+// Three straight courses linked into a chain with approach and retract links, a break range
+// on the first course, a head and two rollers with collision points.
+struct Program {
+    Program() {
+        head = builder.AddMachineHead(QStringLiteral("Head"));
+        roller0 = builder.AddRoller(QStringLiteral("Roller 0"), 50.0, 60.0);
+        roller1 = builder.AddRoller(QStringLiteral("Roller 1"), 30.0, 40.0);
+        builder.SetCollisionPoints(head, HeadPoints);
+        builder.SetCollisionPoints(roller0, Roller0Points);
+        builder.SetCollisionPoints(roller1, Roller1Points);
+        procedure = builder.AddRollLayupProcedure(QStringLiteral("Ply 1"), QString());
+        configuration = builder.AddMachineConfiguration(procedure, head, roller0);
+        for (int i = 0; i < 3; ++i)
+            courses << builder.AddTowCourse(procedure, configuration, ZYLTPStraightCourse(50.0 * i, 10.0, {{11, 0xF}}));
+        range = builder.AddBreakRange(courses[0], 30.0, 50.0);
+        builder.AddLink(procedure, nullptr, courses[0], ZYLTPCourseLink::Linear);
+        builder.AddLink(procedure, courses[0], courses[1], ZYLTPCourseLink::Linear);
+        builder.AddLink(procedure, courses[1], courses[2], ZYLTPCourseLink::Linear);
+        builder.AddLink(procedure, courses[2], nullptr, ZYLTPCourseLink::Linear);
+        program = ZYLGeoRef<ZYLTPProgram>(builder.TakeProgram());
+    }
+
+    ZYLTPProgramBuilder builder;
+    ZYLTPMachineHead *head = nullptr;
+    ZYLTPRoller *roller0 = nullptr;
+    ZYLTPRoller *roller1 = nullptr;
+    ZYLTPRollLayupProcedure *procedure = nullptr;
+    ZYLTPMachineConfiguration *configuration = nullptr;
+    QList<ZYLTPTowCourse *> courses;
+    ZYLTPBreakRange *range = nullptr;
+    ZYLGeoRef<ZYLTPProgram> program;
+};
+
+template <class Rep> QList<ZYLVisVirtualObject *> SceneNodesOf(ZYLVisEnvironment *environment) {
+    QList<ZYLVisVirtualObject *> nodes;
+    for (ZYLVisVirtualObject *object : environment->GetVirtualObjects()) {
+        if (qobject_cast<const Rep *>(object->GetRep()))
+            nodes << object;
+    }
+    return nodes;
+}
+
+QList<QPointer<ZYLVisVirtualObject>> Guarded(const QList<ZYLVisVirtualObject *> &nodes) {
+    QList<QPointer<ZYLVisVirtualObject>> guarded;
+    for (ZYLVisVirtualObject *node : nodes)
+        guarded << node;
+    return guarded;
+}
+
+int CountAlive(const QList<QPointer<ZYLVisVirtualObject>> &nodes) {
+    return int(std::count_if(nodes.begin(), nodes.end(), [](const auto &node) { return !node.isNull(); }));
+}
+
+ZYLTPVisualizationOptions GlobalOptions() {
+    ZYLTPVisualizationOptions options;
+    ZYLTPVisualizationSettings::GetInstance()->GetVisualizationOptions(&options);
+    return options;
+}
+
+// Changes the host's global display options (the length of drawn vectors).
+void ChangeGlobalOptions() {
+    ZYLTPVisualizationOptions options = GlobalOptions();
+    options.SetVectorLength(options.GetVectorLength() + 1.0);
+    ZYLTPVisualizationSettings::GetInstance()->SetVisualizationOptions(options);
+}
+
+void SetModes(const QString &course, const QString &laying, const QString &links, const QString &linking) {
+    ZYLTPEditUISettings *settings = ZYLTPEditUISettings::GetInstance();
+    settings->SetViewCourseMode(course);
+    settings->SetViewLayingPointsMode(laying);
+    settings->SetViewCourseLinksMode(links);
+    settings->SetViewLinkPointsMode(linking);
+}
+
+} // namespace
+
+class tst_ZYLEditTPGraphicsMgr : public QObject {
+    Q_OBJECT
+private slots:
+    void initTestCase();
+    void init();
+    void cleanupTestCase();
+
+    void viewModesGiveOptions_data();
+    void viewModesGiveOptions();
+    void nodesFollowOptions_data();
+    void nodesFollowOptions();
+    void lookupsGoBothWays();
+    void rebuildingOneKindKeepsTheNodes();
+    void addedLinkNodeComesAfterTheProcedureLinks();
+    void undoAndRedoRebuild();
+    void globalOptionsChangeRebuildsOnlyShownNodes();
+    void headAndRollersParkAtApproachStart();
+    void rollLayupProceduresAfterOtherKindsAreShown();
+    void rollersVisibility_data();
+    void rollersVisibility();
+    void collisionPointsOfConfiguration();
+    void viewSettingsShowToolsAndSurfaces_data();
+    void viewSettingsShowToolsAndSurfaces();
+    void viewActionsStoreModeAndRebuild_data();
+    void viewActionsStoreModeAndRebuild();
+    void hideLayingPointsRebuildsWithoutVectors();
+    void unknownModeOnlyRebuilds();
+    void togglesFollowCheckedState_data();
+    void togglesFollowCheckedState();
+    void leavingTearsTheEnvironmentDown();
+    void environmentIsOwned();
+
+private:
+    ZYLVisEnvironment *Scene() const { return m_manager->GetEditToolPathVisEnvironment(); }
+    // The surfaces node: the one scene object whose representation is a set.
+    ZYLVisVirtualObject *SurfacesNode() const;
+    // The ply boundaries node: the scene object that is neither a tool path, head, roller
+    // nor surfaces node.
+    ZYLVisVirtualObject *PlyBoundariesNode() const;
+
+    ZYLStudioSession *m_session = nullptr;
+    Program *m_program = nullptr;
+    Mgr *m_manager = nullptr;
+};
+
+void tst_ZYLEditTPGraphicsMgr::initTestCase() {
+    m_session = new ZYLStudioSession(this);
+    QVERIFY2(m_session->Start(), qPrintable(m_session->GetErrorString()));
+    m_manager = qobject_cast<Mgr *>(m_session->GetGraphicsManager());
+    QVERIFY(m_manager);
+    QCOMPARE(Mgr::GetManager(), m_manager);
+    m_program = new Program;
+    QVERIFY(m_session->EnterEditEnvironment(m_program->program.get()));
+    QCOMPARE(m_manager->GetToolPathProgram(), m_program->program.get());
+}
+
+void tst_ZYLEditTPGraphicsMgr::init() {
+    if (!m_session->IsInEditEnvironment())
+        QVERIFY(m_session->EnterEditEnvironment(m_program->program.get()));
+    SetModes(QStringLiteral("ViewCourseAndPolyline"), QStringLiteral("ViewLayingPointsWithToolAxis"),
+             QStringLiteral("ViewCourseLinksWithPointsOnly"), QStringLiteral("ViewLinkPointsOnly"));
+    m_manager->UpdateAllGraphics(m_manager->GetCurrentOptions());
+}
+
+void tst_ZYLEditTPGraphicsMgr::cleanupTestCase() {
+    m_session->Shutdown();
+    QVERIFY(!Mgr::GetManager());
+    delete m_program;
+}
+
+ZYLVisVirtualObject *tst_ZYLEditTPGraphicsMgr::SurfacesNode() const {
+    const QList<ZYLVisVirtualObject *> sets = SceneNodesOf<ZYLVisRepSet>(Scene());
+    return sets.size() == 1 ? sets.first() : nullptr;
+}
+
+ZYLVisVirtualObject *tst_ZYLEditTPGraphicsMgr::PlyBoundariesNode() const {
+    QList<ZYLVisVirtualObject *> known{SurfacesNode(), m_manager->GetMachineHeadVirtualNode()};
+    for (const auto &roller : m_manager->GetRollersVirtualNodes())
+        known << roller.second;
+    for (auto type : {Mgr::CourseNodes, Mgr::CourseLinkNodes, Mgr::BreakRangeNodes})
+        known += m_manager->GetToolPathVirtualNodes(type);
+    ZYLVisVirtualObject *found = nullptr;
+    for (ZYLVisVirtualObject *object : Scene()->GetVirtualObjects()) {
+        if (known.contains(object))
+            continue;
+        if (found)
+            return nullptr;
+        found = object;
+    }
+    return found;
+}
+
+void tst_ZYLEditTPGraphicsMgr::viewModesGiveOptions_data() {
+    QTest::addColumn<QStringList>("modes"); // course, laying points, course links, linking points
+    QTest::addColumn<bool>("polyline");     // approach/retract, roll-in/out and laying trajectory
+    QTest::addColumn<int>("shortTows");
+    QTest::addColumn<bool>("tipPoints");
+    QTest::addColumn<bool>("linkingTrajectories");
+    QTest::addColumn<bool>("linkingPoints");
+    // -1: the global value stays.
+    QTest::addColumn<int>("layingVectors");
+    QTest::addColumn<int>("linkingVectors");
+    QTest::addColumn<int>("linkEndVectors");
+
+    QTest::newRow("defaults") << QStringList{"ViewCourse", "ViewLayingPointsWithToolAxis",
+                                             "ViewCourseLinksWithPointsOnly", "ViewLinkPointsOnly"}
+                              << false << 4 << false << false << true << 4 << -1 << 0;
+    QTest::newRow("hidden course keeps links with all axes")
+        << QStringList{"HideCourse", "ViewLayingPointsWithAllAxes", "ViewCourseLinksWithAllAxes",
+                       "ViewLinkingPointsWithAllAxes"}
+        << false << 0 << false << true << true << 7 << 7 << 7;
+    QTest::newRow("polyline without laying points")
+        << QStringList{"ViewCoursePolyline", "HideLayingPoints", "ViewCourseLinksWithRollerAxis",
+                       "HideLinkingPoints"}
+        << true << 0 << false << true << false << 0 << 0 << 4;
+    QTest::newRow("course and polyline, hidden links")
+        << QStringList{"ViewCourseAndPolyline", "ViewLayingPointsWithToolAndLayingAxes", "HideCourseLinks",
+                       "ViewLinkingPointsWithToolAndLayingAxes"}
+        << true << 4 << true << false << true << 5 << 5 << 0;
+    QTest::newRow("unknown modes count as shown")
+        << QStringList{"ViewCourseAndPolyline", "Sideways", "Sideways", "ViewLinkPointsWithToolAxis"}
+        << true << 4 << true << true << true << -1 << 4 << -1;
+}
+
+void tst_ZYLEditTPGraphicsMgr::viewModesGiveOptions() {
+    QFETCH(QStringList, modes);
+    QFETCH(bool, polyline);
+    QFETCH(int, shortTows);
+    QFETCH(bool, tipPoints);
+    QFETCH(bool, linkingTrajectories);
+    QFETCH(bool, linkingPoints);
+    QFETCH(int, layingVectors);
+    QFETCH(int, linkingVectors);
+    QFETCH(int, linkEndVectors);
+
+    // Global vectors that no view mode produces, so that a value kept from them shows.
+    ZYLTPVisualizationOptions global = GlobalOptions();
+    global.SetLayingVectorsToDisplay(ZYLTPVisualizationOptions::VectorsToDisplay(2));
+    global.SetLinkingVectorsToDisplay(ZYLTPVisualizationOptions::VectorsToDisplay(3));
+    global.SetLinkEndPointsVectorsToDisplay(ZYLTPVisualizationOptions::VectorsToDisplay(6));
+    ZYLTPVisualizationSettings::GetInstance()->SetVisualizationOptions(global);
+
+    SetModes(modes[0], modes[1], modes[2], modes[3]);
+    const ZYLTPVisualizationOptions options = m_manager->GetCurrentOptions();
+    QCOMPARE(options.IsApproachRetractEnabled(), polyline);
+    QCOMPARE(options.IsRollInOutEnabled(), polyline);
+    QCOMPARE(options.IsLayingTrajectoryEnabled(), polyline);
+    QCOMPARE(int(options.GetShortTowDisplay()), shortTows);
+    QCOMPARE(options.IsTipPointEnabled(), tipPoints);
+    QCOMPARE(options.GetLinkingTrajectoriesEnabled(), linkingTrajectories);
+    QCOMPARE(options.IsLinkingPointsEnabled(), linkingPoints);
+    QCOMPARE(int(options.GetLayingVectorsToDisplay()), layingVectors < 0 ? 2 : layingVectors);
+    QCOMPARE(int(options.GetLinkingVectorsToDisplay()), linkingVectors < 0 ? 3 : linkingVectors);
+    QCOMPARE(int(options.GetLinkEndPointsVectorsToDisplay()), linkEndVectors < 0 ? 6 : linkEndVectors);
+    // Options the modes do not touch come from the global ones.
+    QCOMPARE(options.IsCourseEnabled(), global.IsCourseEnabled());
+    QCOMPARE(options.IsBreakRangeEnabled(), global.IsBreakRangeEnabled());
+    if (modes[0] == QLatin1String("ViewCourseAndPolyline") || modes[0] == QLatin1String("ViewCourse"))
+        QCOMPARE(options.GetTowEdgeDisplay(), global.GetTowEdgeDisplay());
+    else
+        QCOMPARE(int(options.GetTowEdgeDisplay()), 0);
+    if (modes[0] == QLatin1String("HideCourse"))
+        QCOMPARE(int(options.GetTowHeadProfileDisplay()), 0);
+    else
+        QCOMPARE(options.GetTowHeadProfileDisplay(), global.GetTowHeadProfileDisplay());
+}
+
+void tst_ZYLEditTPGraphicsMgr::nodesFollowOptions_data() {
+    QTest::addColumn<bool>("courses");
+    QTest::addColumn<bool>("links");
+    QTest::addColumn<bool>("breakRanges");
+    QTest::newRow("all") << true << true << true;
+    QTest::newRow("courses only") << true << false << false;
+    QTest::newRow("links and break ranges") << false << true << true;
+    QTest::newRow("none") << false << false << false;
+}
+
+void tst_ZYLEditTPGraphicsMgr::nodesFollowOptions() {
+    QFETCH(bool, courses);
+    QFETCH(bool, links);
+    QFETCH(bool, breakRanges);
+    ZYLTPVisualizationOptions options = m_manager->GetCurrentOptions();
+    options.SetCourseEnabled(courses);
+    options.SetLinkingTrajectoriesEnabled(links);
+    options.SetBreakRangeEnabled(breakRanges);
+    m_manager->UpdateAllGraphics(options);
+
+    // Every link of the procedure, approach and retract included, gets a node.
+    const int numCourses = courses ? m_program->procedure->GetNumCourses() : 0;
+    const int numLinks = links ? m_program->procedure->GetNumLinks() : 0;
+    const int numRanges = breakRanges ? 1 : 0;
+    QCOMPARE(m_manager->GetToolPathVirtualNodes(Mgr::CourseNodes).size(), numCourses);
+    QCOMPARE(m_manager->GetToolPathVirtualNodes(Mgr::CourseLinkNodes).size(), numLinks);
+    QCOMPARE(m_manager->GetToolPathVirtualNodes(Mgr::BreakRangeNodes).size(), numRanges);
+    QCOMPARE(SceneNodesOf<ZYLTPCourseVisRep>(Scene()), m_manager->GetToolPathVirtualNodes(Mgr::CourseNodes));
+    QCOMPARE(SceneNodesOf<ZYLTPLinkVisRep>(Scene()), m_manager->GetToolPathVirtualNodes(Mgr::CourseLinkNodes));
+    QCOMPARE(SceneNodesOf<ZYLTPBreakRangeVisRep>(Scene()), m_manager->GetToolPathVirtualNodes(Mgr::BreakRangeNodes));
+    for (auto type : {Mgr::CourseNodes, Mgr::CourseLinkNodes, Mgr::BreakRangeNodes}) {
+        for (ZYLVisVirtualObject *node : m_manager->GetToolPathVirtualNodes(type))
+            QVERIFY(!node->IsSelectable());
+    }
+    // The course representations carry the index of their course.
+    const QList<ZYLVisVirtualObject *> courseNodes = m_manager->GetToolPathVirtualNodes(Mgr::CourseNodes);
+    for (int i = 0; i < courseNodes.size(); ++i) {
+        const auto *rep = qobject_cast<const ZYLTPCourseVisRep *>(courseNodes[i]->GetRep());
+        QCOMPARE(rep->GetCourseIndex(), i);
+        QCOMPARE(rep->GetCourse(), m_program->courses[i]);
+    }
+}
+
+void tst_ZYLEditTPGraphicsMgr::lookupsGoBothWays() {
+    ZYLTPVisualizationOptions options = m_manager->GetCurrentOptions();
+    options.SetCourseEnabled(true);
+    options.SetLinkingTrajectoriesEnabled(true);
+    options.SetBreakRangeEnabled(true);
+    m_manager->UpdateAllGraphics(options);
+
+    for (const ZYLTPCourse *course : std::as_const(m_program->courses)) {
+        ZYLVisVirtualObject *node = m_manager->GetCourseVirtualNode(course);
+        QVERIFY(node);
+        QCOMPARE(m_manager->GetCourseObject(node), course);
+        QCOMPARE(m_manager->GetCourseLinkObject(node), nullptr);
+        QCOMPARE(m_manager->GetBreakRangeObject(node), nullptr);
+    }
+    for (int i = 0; i < m_program->procedure->GetNumLinks(); ++i) {
+        const ZYLTPCourseLink *link = m_program->procedure->GetLinkByIndex(i);
+        ZYLVisVirtualObject *node = m_manager->GetCourseLinkVirtualNode(link);
+        QVERIFY(node);
+        QCOMPARE(m_manager->GetCourseLinkObject(node), link);
+        QCOMPARE(m_manager->GetCourseObject(node), nullptr);
+    }
+    ZYLVisVirtualObject *rangeNode = m_manager->GetBreakRangeVirtualNode(m_program->range);
+    QVERIFY(rangeNode);
+    QCOMPARE(m_manager->GetBreakRangeObject(rangeNode), m_program->range);
+    QCOMPARE(m_manager->GetCourseVirtualNode(nullptr), nullptr);
+    QCOMPARE(m_manager->GetCourseObject(nullptr), nullptr);
+    QCOMPARE(m_manager->GetCourseObject(m_manager->GetMachineHeadVirtualNode()), nullptr);
+}
+
+void tst_ZYLEditTPGraphicsMgr::rebuildingOneKindKeepsTheNodes() {
+    const QList<ZYLVisVirtualObject *> nodes = m_manager->GetToolPathVirtualNodes(Mgr::CourseNodes);
+    QVERIFY(!nodes.isEmpty());
+    QList<const ZYLVisRep *> reps;
+    for (ZYLVisVirtualObject *node : nodes)
+        reps << node->GetRep();
+    m_manager->SetVirtualNodesVisibility(false, {nodes.first()});
+    m_manager->SetVirtualNodesSelectable(true, {nodes.last()});
+
+    m_manager->UpdateAllGraphics(Mgr::CourseNodes, m_manager->GetCurrentOptions());
+    QCOMPARE(m_manager->GetToolPathVirtualNodes(Mgr::CourseNodes), nodes);
+    for (int i = 0; i < nodes.size(); ++i) {
+        QVERIFY(nodes[i]->GetRep() != reps[i]);
+        QCOMPARE(m_manager->GetCourseObject(nodes[i]), m_program->courses[i]);
+    }
+    QVERIFY(!nodes.first()->IsVisible());
+    QVERIFY(nodes.last()->IsSelectable());
+
+    // Rebuilding everything replaces every node.
+    const auto guarded = Guarded(nodes);
+    m_manager->UpdateAllGraphics(m_manager->GetCurrentOptions());
+    QCOMPARE(CountAlive(guarded), 0);
+    QCOMPARE(m_manager->GetToolPathVirtualNodes(Mgr::CourseNodes).size(), nodes.size());
+}
+
+void tst_ZYLEditTPGraphicsMgr::addedLinkNodeComesAfterTheProcedureLinks() {
+    const QList<ZYLVisVirtualObject *> before = m_manager->GetToolPathVirtualNodes(Mgr::CourseLinkNodes);
+    QVERIFY(!before.isEmpty());
+    const ZYLTPCourseLink *link = m_program->procedure->GetLinkByIndex(1);
+    ZYLVisVirtualObject *added = m_manager->AddCourseLinkVirtualNode(link, m_manager->GetCurrentOptions());
+    QVERIFY(added);
+    QCOMPARE(m_manager->GetToolPathVirtualNodes(Mgr::CourseLinkNodes), before + QList<ZYLVisVirtualObject *>{added});
+    QVERIFY(Scene()->GetVirtualObjects().contains(added));
+    QVERIFY(!added->IsSelectable());
+
+    QTest::ignoreMessage(QtDebugMsg, "input link object is null");
+    QCOMPARE(m_manager->AddCourseLinkVirtualNode(nullptr, m_manager->GetCurrentOptions()), nullptr);
+    QCOMPARE(m_manager->GetToolPathVirtualNodes(Mgr::CourseLinkNodes).size(), before.size() + 1);
+
+    // Removing the graphics deletes the added node too.
+    QPointer<ZYLVisVirtualObject> guard(added);
+    m_manager->RemoveEditToolPathGraphics();
+    QVERIFY(guard.isNull());
+}
+
+void tst_ZYLEditTPGraphicsMgr::undoAndRedoRebuild() {
+    ZYLFeatContainer *container = m_session->GetContainer();
+    container->OpenTransaction(QStringLiteral("Add"));
+    container->AddFeature(new ZYLFeatObject(QStringLiteral("Marker")));
+    container->CommitTransaction();
+
+    // Undo rebuilds from the program even when nothing was shown.
+    m_manager->RemoveEditToolPathGraphics();
+    QVERIFY(Scene()->GetVirtualObjects().size() > 0); // head, rollers, surfaces and ply remain
+    container->Undo();
+    QCOMPARE(m_manager->GetToolPathVirtualNodes(Mgr::CourseNodes).size(), m_program->courses.size());
+
+    const auto shown = Guarded(m_manager->GetToolPathVirtualNodes(Mgr::CourseNodes));
+    container->Redo();
+    QCOMPARE(CountAlive(shown), 0);
+    QCOMPARE(m_manager->GetToolPathVirtualNodes(Mgr::CourseNodes).size(), m_program->courses.size());
+}
+
+void tst_ZYLEditTPGraphicsMgr::globalOptionsChangeRebuildsOnlyShownNodes() {
+    const auto shown = Guarded(m_manager->GetToolPathVirtualNodes(Mgr::CourseNodes));
+    ChangeGlobalOptions();
+    QCOMPARE(CountAlive(shown), 0);
+    QCOMPARE(m_manager->GetToolPathVirtualNodes(Mgr::CourseNodes).size(), shown.size());
+
+    m_manager->RemoveEditToolPathGraphics();
+    ChangeGlobalOptions();
+    QVERIFY(m_manager->GetToolPathVirtualNodes(Mgr::CourseNodes).isEmpty());
+    QVERIFY(SceneNodesOf<ZYLTPCourseVisRep>(Scene()).isEmpty());
+}
+
+void tst_ZYLEditTPGraphicsMgr::headAndRollersParkAtApproachStart() {
+    const ZYLTPPoint *start = m_manager->GetApproachLinkStartPoint();
+    QVERIFY(start);
+    QCOMPARE(start, m_program->procedure->GetApproachLink()->GetPoint(0));
+    const ZYLMathAxis frame = start->GetAxis(true);
+
+    ZYLVisVirtualObject *head = m_manager->GetMachineHeadVirtualNode();
+    QVERIFY(head);
+    QCOMPARE(head->GetPosition(), frame);
+    const auto rollers = m_manager->GetRollersVirtualNodes();
+    QCOMPARE(rollers.size(), 2);
+    QCOMPARE(rollers[0].first, m_program->roller0->GetId());
+    QCOMPARE(rollers[1].first, m_program->roller1->GetId());
+    for (const auto &roller : rollers)
+        QCOMPARE(roller.second->GetPosition(), frame);
+
+    const QList<const ZYLTPCourseLink *> ends = m_manager->GetStartEndLinks();
+    QCOMPARE(ends.size(), 2);
+    QCOMPARE(ends[0], m_program->procedure->GetApproachLink());
+    QCOMPARE(ends[1], m_program->procedure->GetRetractLink());
+}
+
+void tst_ZYLEditTPGraphicsMgr::rollLayupProceduresAfterOtherKindsAreShown() {
+    ZYLTPProgramBuilder builder;
+    const ZYLTPRoller *roller = builder.AddRoller(QStringLiteral("Roller"), 50.0, 60.0);
+    builder.AddInspectionProcedure(QStringLiteral("Scan"), QString(), roller,
+                                   {ZYLMathPoint(0.0, 0.0, 50.0), ZYLMathPoint(100.0, 0.0, 50.0)}, 1000.0);
+    ZYLTPRollLayupProcedure *procedure = builder.AddRollLayupProcedure(QStringLiteral("Ply"), QString());
+    const ZYLTPMachineConfiguration *configuration = builder.AddMachineConfiguration(procedure, nullptr, roller);
+    const ZYLTPCourse *first =
+        builder.AddTowCourse(procedure, configuration, ZYLTPStraightCourse(0.0, 10.0, {{5, 0x3}}));
+    const ZYLTPCourse *second =
+        builder.AddTowCourse(procedure, configuration, ZYLTPStraightCourse(40.0, 10.0, {{5, 0x3}}));
+    builder.AddLink(procedure, nullptr, first, ZYLTPCourseLink::Linear);
+    builder.AddLink(procedure, second, nullptr, ZYLTPCourseLink::Linear);
+    const ZYLGeoRef<ZYLTPProgram> other(builder.TakeProgram());
+
+    m_manager->SetToolPathProgram(other.get());
+    m_manager->UpdateAllGraphics(m_manager->GetCurrentOptions());
+    QCOMPARE(m_manager->GetToolPathVirtualNodes(Mgr::CourseNodes).size(), 2);
+    QVERIFY(m_manager->GetCourseVirtualNode(second));
+    // Head and rollers park only at an approach link of a first roll layup procedure; the
+    // retract link of the last one still counts.
+    QCOMPARE(m_manager->GetApproachLinkStartPoint(), nullptr);
+    QCOMPARE(m_manager->GetStartEndLinks(), QList<const ZYLTPCourseLink *>{procedure->GetRetractLink()});
+
+    m_manager->SetToolPathProgram(m_program->program.get());
+    m_manager->UpdateAllGraphics(m_manager->GetCurrentOptions());
+    QCOMPARE(other->GetReferenceCount(), 1);
+}
+
+void tst_ZYLEditTPGraphicsMgr::rollersVisibility_data() {
+    QTest::addColumn<bool>("visible");
+    QTest::addColumn<int>("rollerId");
+    QTest::addColumn<QList<bool>>("expected");
+    QTest::newRow("first shown") << true << 0 << QList<bool>{true, false};
+    QTest::newRow("second shown") << true << 1 << QList<bool>{false, true};
+    QTest::newRow("unknown id hides all") << true << 7 << QList<bool>{false, false};
+    QTest::newRow("hidden") << false << 1 << QList<bool>{false, false};
+}
+
+void tst_ZYLEditTPGraphicsMgr::rollersVisibility() {
+    QFETCH(bool, visible);
+    QFETCH(int, rollerId);
+    QFETCH(QList<bool>, expected);
+    // Start from the opposite of what is expected, so that each row shows a change.
+    for (const auto &roller : m_manager->GetRollersVirtualNodes())
+        roller.second->SetVisibility(true);
+    m_manager->SetRollersVisibility(visible, rollerId);
+    const auto rollers = m_manager->GetRollersVirtualNodes();
+    QCOMPARE(rollers.size(), expected.size());
+    for (int i = 0; i < rollers.size(); ++i)
+        QCOMPARE(rollers[i].second->IsVisible(), expected[i]);
+}
+
+void tst_ZYLEditTPGraphicsMgr::collisionPointsOfConfiguration() {
+    CollisionPoints points{{ZYLMathPoint(1.0, 2.0, 3.0), 4.0}};
+    m_manager->GetCollisionPoints(*m_program->configuration, points);
+    QCOMPARE(points, HeadPoints + Roller0Points);
+
+    // A second call for the same id replaces the list.
+    const CollisionPoints other{{ZYLMathPoint(5.0, 5.0, 5.0), 1.0}};
+    m_manager->AddHeadCollisionPoints(m_program->head->GetId(), other);
+    m_manager->GetCollisionPoints(*m_program->configuration, points);
+    QCOMPARE(points, other + Roller0Points);
+    m_manager->AddHeadCollisionPoints(m_program->head->GetId(), HeadPoints);
+
+    // Configurations of another program with the same ids: without head nothing at all;
+    // with a head the session gave no points to, the roller's only.
+    ZYLTPProgramBuilder builder;
+    const ZYLTPRoller *roller = builder.AddRoller(QStringLiteral("R"), 10.0, 10.0);
+    ZYLTPRollLayupProcedure *procedure = builder.AddRollLayupProcedure(QStringLiteral("P"), QString());
+    const ZYLTPMachineConfiguration *headless = builder.AddMachineConfiguration(procedure, nullptr, roller);
+    m_manager->GetCollisionPoints(*headless, points);
+    QVERIFY(points.isEmpty());
+    builder.AddMachineHead(QStringLiteral("H0"));
+    const ZYLTPMachineHead *head1 = builder.AddMachineHead(QStringLiteral("H1"));
+    const ZYLTPRoller *roller1 = builder.AddRoller(QStringLiteral("R1"), 10.0, 10.0);
+    const ZYLTPMachineConfiguration *unknownHead = builder.AddMachineConfiguration(procedure, head1, roller1);
+    m_manager->GetCollisionPoints(*unknownHead, points);
+    QCOMPARE(points, Roller1Points);
+}
+
+void tst_ZYLEditTPGraphicsMgr::viewSettingsShowToolsAndSurfaces_data() {
+    QTest::addColumn<bool>("surface");
+    QTest::addColumn<bool>("plyBoundary");
+    QTest::addColumn<bool>("head");
+    QTest::addColumn<bool>("roller");
+    QTest::newRow("nothing") << false << false << false << false;
+    QTest::newRow("everything") << true << true << true << true;
+    QTest::newRow("surface and roller") << true << false << false << true;
+    QTest::newRow("ply boundary and head") << false << true << true << false;
+}
+
+void tst_ZYLEditTPGraphicsMgr::viewSettingsShowToolsAndSurfaces() {
+    QFETCH(bool, surface);
+    QFETCH(bool, plyBoundary);
+    QFETCH(bool, head);
+    QFETCH(bool, roller);
+    ZYLTPEditUISettings *settings = ZYLTPEditUISettings::GetInstance();
+    settings->SetViewSurface(surface);
+    settings->SetViewPlyBoundary(plyBoundary);
+    settings->SetViewMachineHead(head);
+    settings->SetViewRoller(roller);
+    m_manager->UpdateUISettingGraphics();
+
+    QVERIFY(SurfacesNode());
+    QVERIFY(PlyBoundariesNode());
+    QCOMPARE(SurfacesNode()->IsVisible(), surface);
+    QCOMPARE(PlyBoundariesNode()->IsVisible(), plyBoundary);
+    QCOMPARE(m_manager->GetMachineHeadVirtualNode()->IsVisible(), head);
+    // Only the rollers of the first roller's id follow the setting.
+    const auto rollers = m_manager->GetRollersVirtualNodes();
+    QCOMPARE(rollers[0].second->IsVisible(), roller);
+    QVERIFY(!rollers[1].second->IsVisible());
+
+    // Rebuilt nodes start hidden whatever the settings say; without a node the visibility
+    // setters do nothing.
+    m_manager->SetSurfaces({});
+    QVERIFY(!SurfacesNode()->IsVisible());
+    QCOMPARE(SurfacesNode()->GetRep()->GetNumChildren(), 0);
+    m_manager->RemoveNonEditToolPathGraphics();
+    QVERIFY(!SurfacesNode());
+    m_manager->SetSurfacesVisibility(true);
+    m_manager->SetPlyBoundariesVisibility(true);
+    QVERIFY(!SurfacesNode());
+    m_session->LeaveEditEnvironment();
+}
+
+void tst_ZYLEditTPGraphicsMgr::viewActionsStoreModeAndRebuild_data() {
+    QTest::addColumn<QString>("mode");
+    QTest::addColumn<QByteArray>("setting");
+    const QList<std::pair<QByteArray, QStringList>> groups{
+        {"viewCourseMode", {"ViewCourse", "ViewCoursePolyline", "ViewCourseAndPolyline", "HideCourse"}},
+        {"viewLayingPointsMode",
+         {"ViewLayingPointsWithToolAxis", "ViewLayingPointsWithToolAndLayingAxes", "ViewLayingPointsWithAllAxes",
+          "HideLayingPoints"}},
+        {"viewCourseLinksMode",
+         {"ViewCourseLinksWithPointsOnly", "ViewCourseLinksWithRollerAxis", "ViewCourseLinksWithAllAxes",
+          "HideCourseLinks"}},
+        {"viewLinkPointsMode",
+         {"ViewLinkPointsOnly", "ViewLinkPointsWithToolAxis", "ViewLinkingPointsWithToolAndLayingAxes",
+          "ViewLinkingPointsWithAllAxes", "HideLinkingPoints"}},
+    };
+    for (const auto &[setting, modes] : groups) {
+        for (const QString &mode : modes)
+            QTest::newRow(qPrintable(mode)) << mode << setting;
+    }
+}
+
+void tst_ZYLEditTPGraphicsMgr::viewActionsStoreModeAndRebuild() {
+    QFETCH(QString, mode);
+    QFETCH(QByteArray, setting);
+    ZYLTPEditUISettings *settings = ZYLTPEditUISettings::GetInstance();
+    // Another value first, so that the stored mode can only come from the action.
+    settings->setProperty(setting.constData(), QStringLiteral("Sideways"));
+    const auto shown = Guarded(m_manager->GetToolPathVirtualNodes(Mgr::CourseNodes));
+    QVERIFY(!shown.isEmpty());
+
+    QVERIFY(ZYLCmdController::GetController()->Trigger(QByteArrayLiteral("ZYLToolPathViewCmd.") + mode.toLatin1()));
+    QCOMPARE(settings->property(setting.constData()).toString(), mode);
+    QCOMPARE(CountAlive(shown), 0);
+    QCOMPARE(m_manager->GetToolPathVirtualNodes(Mgr::CourseNodes).size(), shown.size());
+    // Links are drawn exactly when the new modes enable linking trajectories.
+    QCOMPARE(m_manager->GetToolPathVirtualNodes(Mgr::CourseLinkNodes).isEmpty(),
+             !m_manager->GetCurrentOptions().GetLinkingTrajectoriesEnabled());
+}
+
+void tst_ZYLEditTPGraphicsMgr::hideLayingPointsRebuildsWithoutVectors() {
+    SetModes(QStringLiteral("ViewCoursePolyline"), QStringLiteral("ViewLayingPointsWithAllAxes"),
+             QStringLiteral("ViewCourseLinksWithPointsOnly"), QStringLiteral("ViewLinkPointsOnly"));
+    m_manager->UpdateAllGraphics(m_manager->GetCurrentOptions());
+    const int withPoints = m_manager->GetCourseVirtualNode(m_program->courses[0])->GetRep()->GetNumPrimitives();
+
+    QVERIFY(ZYLCmdController::GetController()->Trigger("ZYLToolPathViewCmd.HideLayingPoints"));
+    QCOMPARE(int(m_manager->GetCurrentOptions().GetLayingVectorsToDisplay()), 0);
+    const ZYLVisRep *rep = m_manager->GetCourseVirtualNode(m_program->courses[0])->GetRep();
+    QList<ZYLVisOptions> unused;
+    const ZYLTPCourseVisRep expected(m_program->courses[0], 0, m_manager->GetCurrentOptions(), unused);
+    QCOMPARE(rep->GetNumPrimitives(), expected.GetNumPrimitives());
+    QVERIFY(rep->GetNumPrimitives() < withPoints);
+}
+
+void tst_ZYLEditTPGraphicsMgr::unknownModeOnlyRebuilds() {
+    // No action carries such a mode, so the command is made as the controller makes it and
+    // given the mode by hand.
+    const QMetaObject *commandClass = ZYLCmdController::GetController()->GetRegisteredCommand("ZYLToolPathViewCmd");
+    QVERIFY(commandClass);
+    std::unique_ptr<QObject> object(commandClass->newInstance(Q_ARG(QObject *, nullptr)));
+    auto *command = qobject_cast<ZYLCmdCommand *>(object.get());
+    QVERIFY(command);
+    command->setProperty("mode", QStringLiteral("ViewEverything"));
+    ZYLTPEditUISettings *settings = ZYLTPEditUISettings::GetInstance();
+    const QStringList modes{settings->GetViewCourseMode(), settings->GetViewLayingPointsMode(),
+                            settings->GetViewCourseLinksMode(), settings->GetViewLinkPointsMode()};
+    const auto shown = Guarded(m_manager->GetToolPathVirtualNodes(Mgr::CourseNodes));
+
+    command->GainFocus();
+    QCOMPARE(CountAlive(shown), 0);
+    QCOMPARE(m_manager->GetToolPathVirtualNodes(Mgr::CourseNodes).size(), shown.size());
+    QCOMPARE((QStringList{settings->GetViewCourseMode(), settings->GetViewLayingPointsMode(),
+                          settings->GetViewCourseLinksMode(), settings->GetViewLinkPointsMode()}),
+             modes);
+}
+
+void tst_ZYLEditTPGraphicsMgr::togglesFollowCheckedState_data() {
+    QTest::addColumn<QString>("mode");
+    QTest::addColumn<QByteArray>("setting");
+    QTest::addColumn<bool>("checked");
+    for (const auto &[mode, setting] : QList<std::pair<QString, QByteArray>>{{"ViewSurface", "viewSurface"},
+                                                                            {"ViewPlyBoundary", "viewPlyBoundary"},
+                                                                            {"ViewHead", "viewMachineHead"},
+                                                                            {"ViewRoller", "viewRoller"}}) {
+        for (bool checked : {true, false})
+            QTest::addRow("%s %s", qPrintable(mode), checked ? "on" : "off") << mode << setting << checked;
+    }
+}
+
+void tst_ZYLEditTPGraphicsMgr::togglesFollowCheckedState() {
+    QFETCH(QString, mode);
+    QFETCH(QByteArray, setting);
+    QFETCH(bool, checked);
+    ZYLTPEditUISettings *settings = ZYLTPEditUISettings::GetInstance();
+    settings->setProperty(setting.constData(), !checked);
+    m_manager->UpdateUISettingGraphics();
+    QAction *action =
+        ZYLCmdController::GetController()->GetAction(QByteArrayLiteral("ZYLToolPathViewCmd.") + mode.toLatin1());
+    QVERIFY(action);
+    action->setCheckable(true);
+    // Triggering a checkable action toggles it, so it starts from the other state.
+    action->setChecked(!checked);
+    action->trigger();
+    QCOMPARE(action->isChecked(), checked);
+
+    QCOMPARE(settings->property(setting.constData()).toBool(), checked);
+    ZYLVisVirtualObject *node = nullptr;
+    if (mode == QLatin1String("ViewSurface"))
+        node = SurfacesNode();
+    else if (mode == QLatin1String("ViewPlyBoundary"))
+        node = PlyBoundariesNode();
+    else if (mode == QLatin1String("ViewHead"))
+        node = m_manager->GetMachineHeadVirtualNode();
+    else
+        node = m_manager->GetRollersVirtualNodes().first().second;
+    QVERIFY(node);
+    QCOMPARE(node->IsVisible(), checked);
+    if (mode == QLatin1String("ViewRoller"))
+        QVERIFY(!m_manager->GetRollersVirtualNodes().last().second->IsVisible());
+    action->setCheckable(false);
+}
+
+void tst_ZYLEditTPGraphicsMgr::leavingTearsTheEnvironmentDown() {
+    QPointer<ZYLVisEnvironment> scene = Scene();
+    QPointer<ZYLVisVirtualObject> head = m_manager->GetMachineHeadVirtualNode();
+    QPointer<ZYLVisVirtualObject> roller = m_manager->GetRollersVirtualNodes().first().second;
+    const int references = m_program->program->GetReferenceCount();
+    QVERIFY(scene && head && roller);
+
+    m_session->LeaveEditEnvironment();
+    QVERIFY(scene.isNull());
+    QVERIFY(head.isNull());
+    QVERIFY(roller.isNull());
+    QCOMPARE(m_manager->GetEditToolPathVisEnvironment(), nullptr);
+    QCOMPARE(m_manager->GetToolPathProgram(), nullptr);
+    QCOMPARE(m_manager->GetToolPathFeature(), nullptr);
+    QVERIFY(m_manager->GetRollersVirtualNodes().isEmpty());
+    QCOMPARE(m_program->program->GetReferenceCount(), references - 1);
+    CollisionPoints points;
+    m_manager->GetCollisionPoints(*m_program->configuration, points);
+    QVERIFY(points.isEmpty());
+    QCOMPARE(m_manager->GetStartEndLinks().size(), 0);
+    QCOMPARE(m_manager->GetApproachLinkStartPoint(), nullptr);
+}
+
+void tst_ZYLEditTPGraphicsMgr::environmentIsOwned() {
+    m_session->LeaveEditEnvironment();
+    QPointer<ZYLVisEnvironment> first = new ZYLVisEnvironment;
+    QPointer<ZYLVisEnvironment> second = new ZYLVisEnvironment;
+    m_manager->SetEditToolPathVisEnvironment(first);
+    m_manager->SetEditToolPathVisEnvironment(first);
+    QVERIFY(first);
+    m_manager->SetEditToolPathVisEnvironment(second);
+    QVERIFY(first.isNull());
+    QCOMPARE(m_manager->GetEditToolPathVisEnvironment(), second.data());
+    m_manager->SetEditToolPathVisEnvironment(nullptr);
+    QVERIFY(second.isNull());
+}
+
+QTEST_MAIN(tst_ZYLEditTPGraphicsMgr)
+#include "tst_ZYLEditTPGraphicsMgr.moc"
