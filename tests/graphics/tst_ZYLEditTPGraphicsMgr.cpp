@@ -12,6 +12,7 @@
 #include "ZYLTPBreakRangeVisRep.h"
 #include "ZYLTPCourseLink.h"
 #include "ZYLTPCourseVisRep.h"
+#include "ZYLTPDemoGenerator.h"
 #include "ZYLTPLinkVisRep.h"
 #include "ZYLTPMachineHead.h"
 #include "ZYLTPOffPartPoint.h"
@@ -24,6 +25,7 @@
 #include "ZYLCmdController.h"
 #include "ZYLFeatContainer.h"
 #include "ZYLFeatObject.h"
+#include "ZYLGeoAssembledCurveOnSurface.h"
 #include "ZYLGeoRef.h"
 #include "ZYLVisEnvironment.h"
 #include "ZYLVisRepSet.h"
@@ -150,6 +152,7 @@ private slots:
     void togglesFollowCheckedState();
     void leavingTearsTheEnvironmentDown();
     void environmentIsOwned();
+    void demoPlyShowsSurfaceAndBoundaries();
 
 private:
     ZYLVisEnvironment *Scene() const { return m_manager->GetEditToolPathVisEnvironment(); }
@@ -739,6 +742,39 @@ void tst_ZYLEditTPGraphicsMgr::environmentIsOwned() {
     QCOMPARE(m_manager->GetEditToolPathVisEnvironment(), second.data());
     m_manager->SetEditToolPathVisEnvironment(nullptr);
     QVERIFY(second.isNull());
+}
+
+void tst_ZYLEditTPGraphicsMgr::demoPlyShowsSurfaceAndBoundaries() {
+    ZYLTPDemoGenerator::Parameters parameters;
+    parameters.courses = 2;
+    parameters.pointSpacing = 50.0;
+    const ZYLGeoRef<ZYLTPProgram> demo = ZYLTPDemoGenerator::Create(parameters);
+    QVERIFY(demo->GetPlySurface());
+    QVERIFY(!demo->GetPlyBoundaries().isEmpty());
+    QVERIFY(m_session->EnterEditEnvironment(demo.get()));
+
+    // The host's manager checks collisions against the ply surface of the program shown.
+    QCOMPARE(m_manager->GetUpdatedSurface(), demo->GetPlySurface());
+    QVERIFY(SurfacesNode());
+    QCOMPARE(SurfacesNode()->GetRep()->GetNumChildren(), 1);
+    QVERIFY(SurfacesNode()->GetRep()->GetChild(0)->GetNumPrimitives() > 0);
+    // One polyline per curve of every boundary, drawn through the surface.
+    int curves = 0;
+    for (const ZYLGeoAssembledCurveOnSurface *boundary : demo->GetPlyBoundaries())
+        curves += boundary->GetNumCurves();
+    const ZYLVisRep *ply = PlyBoundariesNode()->GetRep();
+    QCOMPARE(ply->GetNumPrimitives(), curves);
+    for (int i = 0; i < ply->GetNumPrimitives(); ++i)
+        QVERIFY(!ply->GetOptions(i).IsDepthEnabled());
+    QVERIFY(m_manager->GetMachineHeadVirtualNode());
+    int rollers = 0;
+    for (int id = 0; id < demo->GetNumTools(); ++id)
+        rollers += qobject_cast<const ZYLTPRoller *>(demo->GetTool(id)) ? 1 : 0;
+    QVERIFY(rollers > 0);
+    QCOMPARE(m_manager->GetRollersVirtualNodes().size(), rollers);
+
+    m_session->LeaveEditEnvironment();
+    QCOMPARE(demo->GetReferenceCount(), 1);
 }
 
 QTEST_MAIN(tst_ZYLEditTPGraphicsMgr)
