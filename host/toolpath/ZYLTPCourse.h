@@ -7,15 +7,18 @@
 
 #include <QCoreApplication>
 #include <QObject>
+#include <QList>
 #include <QStringList>
 
 #include <memory>
+#include <utility>
 #include <vector>
 
 struct ZYLTPCoursePoints;
 class ZYLTPApproachTrajectory;
 class ZYLTPBreakRange;
 class ZYLTPCourseLink;
+class ZYLGeoSurface;
 class ZYLTPMachineConfiguration;
 class ZYLTPOnPartPoint;
 class ZYLTPOnPartTrajectory;
@@ -143,6 +146,28 @@ public:
     void SetRangeTilt(const ZYLTPOnPartPoint *start, const ZYLTPOnPartPoint *end, double forward, double side);
     /// Sets the feed rate (> 0 mm/min) over [start, end).
     void SetRangeFeedRate(const ZYLTPOnPartPoint *start, const ZYLTPOnPartPoint *end, double feedRate);
+
+    // Editing
+    /// Turns the course round: it is then laid from its old end to its old start. Points,
+    /// on-part trajectories with their tilts, feed rates and tow masks, roll-in and roll-out,
+    /// approach and retract and break ranges are all turned round, so the course lays the
+    /// same tows over the same stretches; each tool frame's laying direction flips. With
+    /// `keepLinks` the links that touch the course stay and join its new ends, otherwise they
+    /// are removed. Recorded; undo gives back the same objects.
+    void Reverse(bool keepLinks = true);
+    /// Splits the course at `breakRange`, one of its own break ranges, into this course and a
+    /// new one placed right after it in the stored list and the laying order, and returns
+    /// the new course. Throws `ZYLSysException`, changing nothing, for a null range or a range
+    /// of another course.
+    ZYLTPCourse *Break(const ZYLTPBreakRange *breakRange);
+    /// Corrects the tool frames of the points [from, to) (null `to`: to the end of the
+    /// course) by tilting the tool, so that no collision point of the machine comes closer
+    /// than `distance` to `surface` on the side `direction` picks (see
+    /// `ZYLTPOnPartPoint::DetectCollision`). Posts a message of type 2 to the open message
+    /// queue for each point it cannot clear.
+    void AvoidCollisions(const ZYLGeoSurface *surface, bool direction, double distance,
+                         const QList<std::pair<ZYLMathPoint, double>> &collisionPoints,
+                         const ZYLTPOnPartPoint *from, const ZYLTPOnPartPoint *to);
 
     // Links and machine
     const ZYLTPCourseLink *GetApproachLink() const { return m_inLink; }

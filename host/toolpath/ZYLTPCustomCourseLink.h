@@ -2,6 +2,7 @@
 #pragma once
 
 #include "ZYLTPCourseLink.h"
+#include "ZYLTPOffPartPoint.h"
 
 /// A link whose points are stored (hand-edited motion). New custom links start as the
 /// straight motion of a linear link with the procedure's rapid distances.
@@ -22,6 +23,26 @@ public:
     static QList<VectorInterpolation> GetAllVectorInterpolation();
     static QString GetVectorInterpolationString(VectorInterpolation interpolation);
     OffPartMotionStrategy GetStrategy() const override { return Custom; }
+    // Point edits. Each records its change, recomputes what depends on the points and
+    // throws `ZYLSysException`, changing nothing, for points of another link or a range whose
+    // end comes before its start. Ranges [from, to] include both ends.
+    /// Moves the points of [from, to] by `displacement`.
+    void TranslateRange(const ZYLTPOffPartPoint *from, const ZYLTPOffPartPoint *to, const ZYLMathVector &displacement);
+    /// Turns the frames of [from, to] about their origins so that `axis` points along
+    /// `direction` (by the smallest rotation).
+    void AlignRange(const ZYLTPOffPartPoint *from, const ZYLTPOffPartPoint *to, ZYLTPOffPartPoint::Axis axis,
+                    const ZYLMathVector &direction);
+    /// Inserts `count` (>= 1) points evenly between `point` and its predecessor (successor),
+    /// their frames turning as `interpolation` says.
+    void InsertPointsBefore(const ZYLTPOffPartPoint *point, int count, VectorInterpolation interpolation);
+    void InsertPointsAfter(const ZYLTPOffPartPoint *point, int count, VectorInterpolation interpolation);
+    /// Re-spaces the points strictly between `from` and `to` evenly on the straight line
+    /// between them, their frames turning as `interpolation` says.
+    void InterpolateRange(const ZYLTPOffPartPoint *from, const ZYLTPOffPartPoint *to,
+                          VectorInterpolation interpolation);
+    /// Removes `point`; the first and last points (on the courses) cannot be removed.
+    void RemovePoint(const ZYLTPOffPartPoint *point);
+
     /// Returns the stored frames.
     const std::vector<ZYLMathAxis> &GetFrames() const { return m_frames; }
 

@@ -3,6 +3,12 @@
 
 #include "ZYLTPPoint.h"
 
+#include <QList>
+
+#include <utility>
+
+class ZYLGeoSurface;
+
 class ZYLTPCourse;
 struct ZYLTPCoursePoints;
 class ZYLTPOnPartTrajectory;
@@ -32,6 +38,13 @@ public:
     const ZYLTPTrajectory *GetTrajectory() const override;
     /// Returns the on-part trajectory covering the point (never null).
     const ZYLTPOnPartTrajectory *GetOnPartTrajectory() const;
+    /// Returns whether the machine collides with `surface` at this point: whether any of
+    /// `collisionPoints` (spheres: centre in the tool frame, radius, mm) comes closer than
+    /// `tolerance` to the surface, or lies beyond it, on the side the head works from (the
+    /// side the surface normal points to when `direction` is true, the other side else).
+    /// Throws `ZYLSysException` for a null surface.
+    bool DetectCollision(const ZYLGeoSurface *surface, bool direction, double tolerance,
+                         const QList<std::pair<ZYLMathPoint, double>> &collisionPoints) const;
     /// Returns the course and the point's index in the course's point list.
     const ZYLTPCourse *GetCourse() const { return m_course; }
     int GetIndex() const { return m_index; }

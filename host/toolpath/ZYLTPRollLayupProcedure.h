@@ -13,6 +13,7 @@
 #include <vector>
 
 class ZYLTPCourse;
+class ZYLTPCustomCourseLink;
 class ZYLTPMachineConfiguration;
 class ZYLTPProcedureLink;
 
@@ -66,6 +67,15 @@ public:
     /// Removes the course (see the class comment); throws for a course of another procedure.
     void RemoveCourse(const ZYLTPCourse *course);
     void ReverseLayingOrder();
+    /// Reverses the courses at odd laying positions (1, 3, 5, ...), so that consecutive
+    /// courses run in opposite directions when they all ran alike; links are kept.
+    void ReverseOddCourses();
+    /// Reverses every course; links are kept.
+    void ReverseAllCourses();
+    /// Makes break ranges in every course longer than `length` (> 0 mm) so that breaking at
+    /// all of them leaves no piece longer than `length`; see the source for where they go.
+    /// Throws `ZYLSysOutOfBoundsException` for a length <= 0.
+    void BreakAllCourses(double length);
 
     // Links
     int GetNumLinks() const { return int(m_links.size()); }
@@ -89,6 +99,10 @@ public:
     void RemoveLink(const ZYLTPCourseLink *link);
     /// Removes every link, the approach and retract links included.
     void RemoveAllLinks();
+    /// Replaces `link`, a link of this procedure, by a custom link with the same courses and
+    /// the same points and returns it (a custom link is returned as it is). Throws
+    /// `ZYLSysException` for a null link or a link of another procedure.
+    ZYLTPCustomCourseLink *ConvertLinkToCustom(ZYLTPCourseLink *link);
     /// The strategy of links made with a null strategy (Linear by default); throws
     /// `ZYLSysOutOfBoundsException` for a value that is not a strategy.
     ZYLTPCourseLink::OffPartMotionStrategy GetDefaultStrategy() const { return m_defaultStrategy; }
