@@ -11,6 +11,7 @@
 #include <QPointer>
 
 #include <algorithm>
+#include <unordered_map>
 #include <vector>
 
 struct ZYLFeatContainer::Data {
@@ -21,6 +22,11 @@ struct ZYLFeatContainer::Data {
     // Entries discarded while a signal carrying a transaction is being delivered; deleted
     // once the emission is over so that no slot sees a dangling argument.
     std::vector<std::unique_ptr<ZYLFeatTransaction>> retired;
+    // The history state each undo or redo entry leads to (see GetHistoryState), and the
+    // state with no undo entry left.
+    std::unordered_map<const ZYLFeatTransaction *, quint64> states;
+    quint64 baseState = 0;
+    quint64 lastState = 0;
     int limit = 100;
     int busy = 0;
     int emitting = 0;
@@ -256,8 +262,10 @@ void ZYLFeatContainer::CommitTransaction()
         return;
     }
     const bool keep = transaction->GetNumChanges() > 0;
-    if (keep)
+    if (keep) {
         ZYLFeatMakeRoom(d->undo);
+        d->states.emplace(transaction, ++d->lastState);
+    }
     transaction->Close();
     std::unique_ptr<ZYLFeatTransaction> committed = std::move(d->open.back());
     d->open.pop_back();
@@ -379,6 +387,14 @@ void ZYLFeatContainer::SetHistoryLimit(int limit)
         emit HistoryChanged();
 }
 
+quint64 ZYLFeatContainer::GetHistoryState() const
+{
+    if (d->undo.empty())
+        return d->baseState;
+    const auto state = d->states.find(d->undo.back().get());
+    return state == d->states.end() ? d->baseState : state->second;
+}
+
 int ZYLFeatContainer::GetHistoryLimit() const
 {
     return d->limit;
@@ -389,6 +405,8 @@ void ZYLFeatContainer::ClearHistory()
     CheckNotBusy(QT_TR_NOOP("clear the history"));
     if (d->undo.empty() && d->redo.empty())
         return;
+    // Clearing forgets how the document got here, not where it is.
+    d->baseState = GetHistoryState();
     DiscardRedo();
     while (!d->undo.empty()) {
         Retire(std::move(d->undo.back()));
@@ -399,6 +417,7 @@ void ZYLFeatContainer::ClearHistory()
 
 void ZYLFeatContainer::Retire(std::unique_ptr<ZYLFeatTransaction> transaction)
 {
+    d->states.erase(transaction.get());
     if (d->emitting) {
         // Growing this list may fail; then the entry goes at once, as outside an emission.
         try {
@@ -421,6 +440,7 @@ bool ZYLFeatContainer::TrimToLimit()
     if (int(d->undo.size()) <= d->limit)
         return false;
     const auto excess = d->undo.size() - size_t(d->limit);
+    d->baseState = d->states.at(d->undo[excess - 1].get());
     for (size_t i = 0; i < excess; ++i)
         Retire(std::move(d->undo[i]));
     d->undo.erase(d->undo.begin(), d->undo.begin() + qsizetype(excess));

@@ -77,6 +77,12 @@ public:
     int GetUndoCount() const;
     int GetRedoCount() const;
 
+    /// Returns an identifier of the document state the history has reached: each committed
+    /// entry makes a new one, never given out before; undo and redo return to the identifier
+    /// of the state they reach, and trimming or clearing the history keeps it. Equal
+    /// identifiers mean the same state (what "unmodified since the last save" compares).
+    quint64 GetHistoryState() const;
+
     /// Sets the largest number of undo entries kept (100 by default; 0 keeps none); older
     /// entries are deleted with what they own. Throws for a negative limit.
     void SetHistoryLimit(int limit);

@@ -44,6 +44,7 @@ private slots:
     void historyLimitDeletesWhatOldEntriesOwned();
     void newCommitDeletesRedoBranch();
     void emptyCommitAddsNoEntry();
+    void historyStateNamesDocumentStates();
     void abortRollsBackOpenTransaction();
     void emittedSignals_data();
     void emittedSignals();
@@ -105,6 +106,46 @@ void tst_ZYLFeatContainer::newCommitDeletesRedoBranch()
     QCOMPARE(container.GetRedoCount(), 0);
     QCOMPARE(Model::Child::alive, 1);
     QCOMPARE(container.GetUndoCount(), 2);
+}
+
+void tst_ZYLFeatContainer::historyStateNamesDocumentStates()
+{
+    Model model;
+    ZYLFeatContainer container;
+    const quint64 start = container.GetHistoryState();
+    CommitValue(container, model, 1.0);
+    const quint64 one = container.GetHistoryState();
+    CommitValue(container, model, 2.0);
+    const quint64 two = container.GetHistoryState();
+    QVERIFY(start != one && one != two && start != two);
+
+    container.Undo();
+    QCOMPARE(container.GetHistoryState(), one);
+    container.Undo();
+    QCOMPARE(container.GetHistoryState(), start);
+    container.Redo();
+    QCOMPARE(container.GetHistoryState(), one);
+
+    // An edit after undoing makes a state never seen before, even where the undone one was.
+    CommitValue(container, model, 3.0);
+    const quint64 three = container.GetHistoryState();
+    QVERIFY(three != start && three != one && three != two);
+
+    // An empty transaction, clearing and trimming leave the document where it is.
+    container.OpenTransaction(QStringLiteral("nothing"));
+    container.CommitTransaction();
+    QCOMPARE(container.GetHistoryState(), three);
+    container.ClearHistory();
+    QCOMPARE(container.GetHistoryState(), three);
+    CommitValue(container, model, 4.0);
+    const quint64 four = container.GetHistoryState();
+    container.SetHistoryLimit(1);
+    CommitValue(container, model, 5.0);
+    QCOMPARE(container.GetUndoCount(), 1);
+    container.Undo();
+    QCOMPARE(container.GetHistoryState(), four);
+    container.SetHistoryLimit(0);
+    QCOMPARE(container.GetHistoryState(), four);
 }
 
 void tst_ZYLFeatContainer::emptyCommitAddsNoEntry()
