@@ -3,8 +3,10 @@
 
 #include "ZYLStudioGraphicsBridge.h"
 
+#include "ZYLTPDemoGenerator.h"
 #include "ZYLTPMachineHead.h"
 #include "ZYLTPProgram.h"
+#include "ZYLTPProgramFile.h"
 #include "ZYLTPRoller.h"
 
 #include "ZYLCmdCommand.h"
@@ -146,6 +148,13 @@ struct ZYLStudioSession::Data {
     };
     std::unique_ptr<Edit> edit;
 
+    // The open program, its file and the history state it was opened or saved at.
+    ZYLGeoRef<ZYLTPProgram> program;
+    QString programFile;
+    quint64 savedState = 0;
+    bool modified = false;
+    EditFlags flags;
+
     void ReportError(ZYLStudioSession *session, const QString &message) {
         errorString = message;
         qCWarning(lcZYLStudioSession).noquote() << errorString;
@@ -175,6 +184,7 @@ void ZYLStudioSession::StartHost() {
     // it has to exist before then.
     ZYLCmdController::GetController();
     d->container = std::make_unique<ZYLFeatContainer>();
+    connect(d->container.get(), &ZYLFeatContainer::HistoryChanged, this, &ZYLStudioSession::UpdateModified);
     d->environment = std::make_unique<ZYLFeatEnvironment>(d->container.get());
     ZYLFeatEnvironmentManager::GetManager()->SetCurrentEnvironment(d->environment.get());
 }
@@ -281,6 +291,9 @@ bool ZYLStudioSession::EnterEditEnvironment(const ZYLTPProgram *program) {
         context.head = edit->head.get();
     }
 
+    context.layupDirection = d->flags.layupDirection;
+    context.feedTowsIndividually = d->flags.feedTowsIndividually;
+    context.feedTowsAtSeparateRates = d->flags.feedTowsAtSeparateRates;
     context.environment = new ZYLVisEnvironment;
     d->edit = std::move(edit);
     d->bridge->EnterEditEnvironment(context);
@@ -311,11 +324,108 @@ void ZYLStudioSession::InitializeHost() {
     ZYLSysRunInitCallbacks();
 }
 
+void ZYLStudioSession::SetEditFlags(const EditFlags &flags) {
+    d->flags = flags;
+}
+
+ZYLStudioSession::EditFlags ZYLStudioSession::GetEditFlags() const {
+    return d->flags;
+}
+
+bool ZYLStudioSession::OpenProgram(const QString &fileName, const Progress &progress) {
+    if (!LoadModule())
+        return false;
+    d->errorString.clear();
+    ZYLTPProgramFile::LoadResult loaded = ZYLTPProgramFile::Load(fileName, progress);
+    if (!loaded.program) {
+        if (!loaded.cancelled)
+            d->ReportError(this, tr("%1 could not be opened:\n%2").arg(QDir::toNativeSeparators(fileName), loaded.error));
+        return false;
+    }
+    SetProgram(std::move(loaded.program), QFileInfo(fileName).absoluteFilePath());
+    return true;
+}
+
+bool ZYLStudioSession::OpenDemo() {
+    if (!LoadModule())
+        return false;
+    d->errorString.clear();
+    SetProgram(ZYLTPDemoGenerator::CreateDefaultProgram(), QString());
+    return true;
+}
+
+void ZYLStudioSession::SetProgram(ZYLGeoRef<ZYLTPProgram> program, const QString &fileName) {
+    LeaveEditEnvironment();
+    // The history's entries point into the program they edited.
+    if (d->container)
+        d->container->ClearHistory();
+    const bool hadProgram = d->program.get() != nullptr;
+    d->program = std::move(program);
+    d->programFile = fileName;
+    MarkSaved();
+    if (d->program.get())
+        EnterEditEnvironment(d->program.get());
+    if (d->program.get() || hadProgram)
+        emit ProgramChanged();
+}
+
+bool ZYLStudioSession::SaveProgram(const QString &fileName) {
+    d->errorString.clear();
+    if (!d->program) {
+        d->ReportError(this, tr("There is no program to save."));
+        return false;
+    }
+    const QString error = ZYLTPProgramFile::Save(*d->program, fileName);
+    if (!error.isEmpty()) {
+        d->ReportError(this, tr("%1 could not be saved:\n%2").arg(QDir::toNativeSeparators(fileName), error));
+        return false;
+    }
+    d->programFile = QFileInfo(fileName).absoluteFilePath();
+    MarkSaved();
+    return true;
+}
+
+void ZYLStudioSession::CloseProgram() {
+    SetProgram({}, QString());
+}
+
+ZYLTPProgram *ZYLStudioSession::GetProgram() const {
+    return d->program.get();
+}
+
+QString ZYLStudioSession::GetProgramFileName() const {
+    return d->programFile;
+}
+
+bool ZYLStudioSession::IsModified() const {
+    return d->modified;
+}
+
+void ZYLStudioSession::MarkSaved() {
+    d->savedState = d->container ? d->container->GetHistoryState() : 0;
+    UpdateModified();
+}
+
+void ZYLStudioSession::UpdateModified() {
+    const bool modified = d->program.get() && d->container && d->container->GetHistoryState() != d->savedState;
+    if (modified == d->modified)
+        return;
+    d->modified = modified;
+    emit ModifiedChanged(modified);
+}
+
 void ZYLStudioSession::Shutdown() {
     if (ZYLCmdController *controller = ZYLCmdController::GetController()) {
         if (ZYLCmdCommand *command = controller->GetCurrentCommand())
             command->Cancel();
     }
+    // The history may hold changes made by the module's code: it goes before the module.
+    LeaveEditEnvironment();
+    if (d->container)
+        d->container->ClearHistory();
+    d->program = {};
+    d->programFile.clear();
+    UpdateModified();
     UnloadModule();
     if (d->environment) {
         ZYLFeatEnvironmentManager *manager = ZYLFeatEnvironmentManager::GetManager();

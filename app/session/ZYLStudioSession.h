@@ -3,9 +3,12 @@
 
 #include "ZYLStudioSessionExport.h"
 
+#include "ZYLGeoRef.h"
+
 #include <QObject>
 #include <QString>
 
+#include <functional>
 #include <memory>
 
 class ZYLFeatContainer;
@@ -58,6 +61,17 @@ class ZYLVisEnvironment;
 /// and leaves, which cancels the running command and deletes the scene. `Shutdown()` leaves
 /// before it unloads.
 ///
+/// The open program. The session holds at most one program: `OpenProgram` loads a program
+/// file, `OpenDemo` makes the embedded demo ply, and both then enter the program's edit
+/// environment with the session's `EditFlags`. A file that cannot be loaded leaves the open
+/// program, its environment and its undo history as they were; the located message of the
+/// loader is `GetErrorString()` and goes out with `ErrorOccurred`. Replacing or closing the
+/// program leaves the edit environment first and clears the undo history, whose entries
+/// refer to the old program's objects. Edits are made in transactions of `GetContainer()`;
+/// `IsModified()` compares the undo history with the one at the last open or save (undoing
+/// back to it makes the program unmodified again; an edit made after undoing past it makes
+/// that state unreachable), and `ModifiedChanged` reports changes of it.
+///
 /// GUI thread only; a QApplication must exist for the actions and panels.
 class ZYLSTUDIOSESSION_EXPORT ZYLStudioSession : public QObject {
     Q_OBJECT
@@ -95,6 +109,43 @@ public:
     /// null.
     ZYLFeatEnvironment *GetEnvironment() const;
 
+    /// The three machine capabilities the editing commands need; they come from the host's
+    /// machine setup, not from the program.
+    struct EditFlags {
+        /// The side the head works from (handed to collision checks negated).
+        bool layupDirection = false;
+        bool feedTowsIndividually = true;
+        bool feedTowsAtSeparateRates = false;
+    };
+    /// Sets the flags handed to the manager on entering the edit environment; they take
+    /// effect on the next `EnterEditEnvironment`.
+    void SetEditFlags(const EditFlags &flags);
+    EditFlags GetEditFlags() const;
+
+    /// Called now and then while a program file loads with the fraction read (0 to 1);
+    /// returning false cancels the load.
+    using Progress = std::function<bool(double)>;
+    /// Opens the program file `fileName` and enters its edit environment (see the class
+    /// description). Returns false, with the open program untouched, when the module cannot
+    /// be loaded or the file cannot (`GetErrorString()` then holds the located message) or
+    /// when `progress` cancelled the load (`GetErrorString()` then empty).
+    bool OpenProgram(const QString &fileName, const Progress &progress = {});
+    /// Opens the embedded demo ply (no file name) and enters its edit environment. Returns
+    /// false when the module cannot be loaded.
+    bool OpenDemo();
+    /// Saves the open program to `fileName` (atomically); on success the program takes that
+    /// file name and is no longer modified. Returns false with `GetErrorString()` set when
+    /// there is no program or the file cannot be written (the previous file stays).
+    bool SaveProgram(const QString &fileName);
+    /// Leaves the edit environment, clears the undo history and releases the program.
+    void CloseProgram();
+    /// Returns the open program, or null.
+    ZYLTPProgram *GetProgram() const;
+    /// Returns the file of the open program; empty for the demo and when none is open.
+    QString GetProgramFileName() const;
+    /// Returns whether the open program differs from its state at the last open or save.
+    bool IsModified() const;
+
     /// Enters the edit environment of `program` (see the class description), leaving the
     /// current one first; loads the module if need be. Returns false, doing nothing, for a
     /// null program or when module or bridge cannot be loaded.
@@ -118,10 +169,17 @@ public:
     static QString GetBridgePath();
 
 signals:
-    /// The module could not be loaded; `message` is the loader's.
+    /// The module or a program file could not be loaded, or a program not saved; `message`
+    /// is the loader's (or writer's).
     void ErrorOccurred(const QString &message);
+    /// Another program was opened, or the program closed.
+    void ProgramChanged();
+    void ModifiedChanged(bool modified);
 
 private:
+    void SetProgram(ZYLGeoRef<ZYLTPProgram> program, const QString &fileName);
+    void MarkSaved();
+    void UpdateModified();
     bool LoadBridge();
     void UnloadBridge();
     void UnloadModule();
