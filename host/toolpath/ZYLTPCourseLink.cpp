@@ -5,7 +5,6 @@
 #include "ZYLTPApproachTrajectory.h"
 #include "ZYLTPCheck.h"
 #include "ZYLTPCourse.h"
-#include "ZYLTPCustomCourseLink.h"
 #include "ZYLTPLinearCourseLink.h"
 #include "ZYLTPModelRevision.h"
 #include "ZYLTPOffPartPoint.h"
@@ -16,6 +15,10 @@
 #include "ZYLTPSafetyPlaneCourseLink.h"
 
 #include "ZYLFeatRecorder.h"
+#include "ZYLGeoSurface.h"
+
+#include <algorithm>
+#include <cmath>
 
 ZYLTPCourseLink::ZYLTPCourseLink(ZYLTPRollLayupProcedure *procedure, const ZYLTPCourse *from, const ZYLTPCourse *to)
     : m_procedure(procedure), m_from(from), m_to(to)
@@ -139,12 +142,18 @@ int ZYLTPCourseLink::GetSegmentCount(OffPartMotionDetail detail)
 
 ZYLMathAxis ZYLTPCourseLink::GetStartFrame() const
 {
-    return m_from->GetRetractTrajectory()->GetFarFrame();
+    return m_from ? m_from->GetRetractTrajectory()->GetFarFrame() : m_procedure->GetHomeFrame();
 }
 
 ZYLMathAxis ZYLTPCourseLink::GetEndFrame() const
 {
-    return m_to->GetApproachTrajectory()->GetFarFrame();
+    return m_to ? m_to->GetApproachTrajectory()->GetFarFrame() : m_procedure->GetHomeFrame();
+}
+
+std::vector<std::unique_ptr<ZYLTPOffPartPoint>> &ZYLTPCourseLink::GetPointObjects() const
+{
+    Refresh();
+    return m_points;
 }
 
 void ZYLTPCourseLink::AppendStraight(std::vector<ZYLMathAxis> &frames, const ZYLMathAxis &a, const ZYLMathPoint &b,
@@ -228,9 +237,78 @@ void ZYLTPLinearCourseLink::SetRapidRetract(double distance)
     ZYLTPModelRevision::Record();
 }
 
+namespace {
+
+// Places along the traverse where its clearance is checked: every point of every detail
+// (1, 4 or 16 segments) lies on one of them.
+constexpr int ClearanceSamples = 16;
+// Clearance shortfall (mm) below which the traverse counts as clear.
+constexpr double ClearanceTolerance = 1e-6;
+// Lifting both ends by h raises no place of the traverse by more than h (the distance to a
+// surface changes no faster than the point moves), so adding the shortfall never overshoots
+// and the lift grows towards the smallest one that clears. Steep tool axes make each step
+// gain less; the bound only stops a pathological case.
+constexpr int MaxClearanceSteps = 32;
+
+// Returns the extra height by which both lifted ends of a straight traverse must rise along
+// their tool axes so that every place of it keeps the clearance required there.
+double FindClearanceLift(const ZYLGeoSurface &surface, const ZYLMathAxis &start, const ZYLMathAxis &end,
+                         double retract, double approach)
+{
+    // The head works on the side of the surface its tool axis points to at the start.
+    const ZYLGeoSurfaceFoot startFoot = surface.GetClosestPoint(start.GetOrigin());
+    const double side = startFoot.normal.Dot(start.GetThirdDirection()) < 0.0 ? -1.0 : 1.0;
+    double lift = 0.0;
+    for (int step = 0; step < MaxClearanceSteps; ++step) {
+        const ZYLMathPoint up = start.GetOrigin() + start.GetThirdDirection() * (retract + lift);
+        const ZYLMathPoint above = end.GetOrigin() + end.GetThirdDirection() * (approach + lift);
+        double shortfall = 0.0;
+        ZYLGeoSurfaceFoot foot = startFoot;
+        for (int j = 0; j <= ClearanceSamples; ++j) {
+            const double s = double(j) / ClearanceSamples;
+            // Neighbouring places have neighbouring feet: each query starts from the last.
+            foot = surface.GetClosestPoint(ZYLMathPoint::Interpolate(up, above, s), &foot);
+            const double required = retract + (approach - retract) * s;
+            const double clearance = side * foot.signedDistance;
+            if (std::isfinite(clearance))
+                shortfall = std::max(shortfall, required - clearance);
+        }
+        if (shortfall <= ClearanceTolerance)
+            break;
+        lift += shortfall;
+    }
+    return lift;
+}
+
+} // namespace
+
+double ZYLTPLinearCourseLink::ComputeLift(const ZYLMathAxis &start, const ZYLMathAxis &end) const
+{
+    const ZYLGeoSurface *surface = GetProcedure()->GetProgram()->GetPlySurface();
+    if (!surface)
+        return 0.0;
+    LiftCache &c = m_lift;
+    if (c.valid && c.surface == surface && c.start == start && c.end == end && c.retract == m_rapidRetract
+        && c.approach == m_rapidApproach)
+        return c.lift;
+    const double lift = FindClearanceLift(*surface, start, end, m_rapidRetract, m_rapidApproach);
+    c = LiftCache{true, surface, start, end, m_rapidRetract, m_rapidApproach, lift};
+    return lift;
+}
+
+double ZYLTPLinearCourseLink::GetClearanceLift() const
+{
+    GetNumPoints();
+    const ZYLGeoSurface *surface = GetProcedure()->GetProgram()->GetPlySurface();
+    return surface && m_lift.valid && m_lift.surface == surface ? m_lift.lift : 0.0;
+}
+
 std::vector<ZYLMathAxis> ZYLTPLinearCourseLink::ComputeFrames() const
 {
-    return StraightMotion(GetStartFrame(), GetEndFrame(), m_rapidRetract, m_rapidApproach,
+    const ZYLMathAxis start = GetStartFrame();
+    const ZYLMathAxis end = GetEndFrame();
+    const double lift = ComputeLift(start, end);
+    return StraightMotion(start, end, m_rapidRetract + lift, m_rapidApproach + lift,
                           GetSegmentCount(GetPointsDetail()));
 }
 
@@ -251,29 +329,4 @@ std::vector<ZYLMathAxis> ZYLTPSafetyPlaneCourseLink::ComputeFrames() const
     const ZYLMathPoint up(start.GetOrigin().X(), start.GetOrigin().Y(), plane);
     const ZYLMathPoint over(end.GetOrigin().X(), end.GetOrigin().Y(), plane);
     return UpAcrossDown(start, up, over, end, GetSegmentCount(GetPointsDetail()));
-}
-
-ZYLTPCustomCourseLink::ZYLTPCustomCourseLink(ZYLTPRollLayupProcedure *procedure, const ZYLTPCourse *from,
-                                             const ZYLTPCourse *to, std::vector<ZYLMathAxis> frames)
-    : ZYLTPCourseLink(procedure, from, to), m_frames(std::move(frames))
-{
-}
-ZYLTPCustomCourseLink::~ZYLTPCustomCourseLink() = default;
-
-QList<ZYLTPCustomCourseLink::VectorInterpolation> ZYLTPCustomCourseLink::GetAllVectorInterpolation()
-{
-    return {LinearInterpolation, SphericalInterpolation, ConstantInterpolation};
-}
-
-QString ZYLTPCustomCourseLink::GetVectorInterpolationString(VectorInterpolation interpolation)
-{
-    switch (interpolation) {
-    case LinearInterpolation:
-        return tr("Linear");
-    case SphericalInterpolation:
-        return tr("Spherical");
-    case ConstantInterpolation:
-        return tr("Constant");
-    }
-    return {};
 }

@@ -24,10 +24,12 @@ class ZYLTPRollLayupProcedure;
 /// `ZYLTPRollLayupProcedure::LinkCourses` or the program builder.
 ///
 /// A course link runs from the far end of the from-course's retract trajectory to the far
-/// end of the to-course's approach trajectory. Its points are derived from its parameters and
-/// those courses' frames whenever the model has changed (custom links store theirs). Derived
-/// motion always has `GetSegmentCount(detail) + 3` points (start, lifted, the traverse, end),
-/// so point objects keep their addresses until the detail changes.
+/// end of the to-course's approach trajectory (the home frame stands for a missing course).
+/// Its points are derived from its parameters and those courses' frames whenever the model
+/// has changed. Derived motion always has `GetSegmentCount(detail) + 3` points (start,
+/// lifted, the traverse, end), so point objects keep their addresses until the detail
+/// changes. Custom links store their interior points; their first and last points are
+/// derived like those of every other link, so they follow the courses they join.
 ///
 /// Strategies (`OffPartMotionStrategy`): 0 "Linear" (`ZYLTPLinearCourseLink`), 1 "Safety
 /// plane" (`ZYLTPSafetyPlaneCourseLink`), 2 "Custom" (`ZYLTPCustomCourseLink`). Details
@@ -81,9 +83,14 @@ protected:
     /// Computes the frames of the motion.
     virtual std::vector<ZYLMathAxis> ComputeFrames() const = 0;
     /// Frame where the link starts (far end of the from-course's retract trajectory) and
-    /// ends (far end of the to-course's approach trajectory). Valid for course sides only.
+    /// ends (far end of the to-course's approach trajectory); the procedure's home frame
+    /// for a side without a course.
     ZYLMathAxis GetStartFrame() const;
     ZYLMathAxis GetEndFrame() const;
+    /// Returns the point objects, brought up to date first. For links that edit their own
+    /// point list (custom links): they keep it as long as `ComputeFrames()`, which must then
+    /// return one frame per point object once the objects exist.
+    std::vector<std::unique_ptr<ZYLTPOffPartPoint>> &GetPointObjects() const;
     /// Appends to `frames` the straight move from a to b in `segments` segments (a excluded,
     /// b included), keeping a's directions.
     static void AppendStraight(std::vector<ZYLMathAxis> &frames, const ZYLMathAxis &a, const ZYLMathPoint &b,
