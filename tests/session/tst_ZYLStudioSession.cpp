@@ -7,11 +7,15 @@
 
 #include "ZYLTPCourse.h"
 #include "ZYLTPProgram.h"
+#include "ZYLTPProgramBuilder.h"
 #include "ZYLTPProgramFile.h"
 #include "ZYLTPRollLayupProcedure.h"
 
+#include "ZYLCmdAction.h"
+#include "ZYLCmdController.h"
 #include "ZYLFeatContainer.h"
 #include "ZYLVisEnvironment.h"
+#include "ZYLVisVirtualObject.h"
 
 #include <QFile>
 #include <QSignalSpy>
@@ -35,6 +39,8 @@ private slots:
     void openingAnotherProgramStartsAFreshHistory();
     void failedSaveKeepsFileNameAndModified();
     void closeLeavesTheEnvironment();
+    void bareProgramsSurviveEveryViewAction_data();
+    void bareProgramsSurviveEveryViewAction();
 
 private:
     // Sets the first course's laying feed rate in a transaction of its own.
@@ -226,6 +232,37 @@ void tst_ZYLStudioSession::closeLeavesTheEnvironment() {
     // Closing again is harmless and announces nothing.
     m_session->CloseProgram();
     QCOMPARE(changed.count(), 1);
+}
+
+void tst_ZYLStudioSession::bareProgramsSurviveEveryViewAction_data() {
+    QTest::addColumn<bool>("withProcedure");
+    QTest::newRow("empty program") << false;
+    QTest::newRow("procedure without courses, surface or tools") << true;
+}
+
+// What the manager and the view command must cope with: nothing to draw.
+void tst_ZYLStudioSession::bareProgramsSurviveEveryViewAction() {
+    QFETCH(bool, withProcedure);
+    ZYLTPProgramBuilder builder;
+    if (withProcedure)
+        builder.AddRollLayupProcedure(QStringLiteral("Ply"), QString());
+    ZYLGeoRef<ZYLTPProgram> program(builder.TakeProgram());
+    QVERIFY(m_session->EnterEditEnvironment(program.get()));
+    auto *manager = qobject_cast<ZYLEditTPGraphicsMgr *>(m_session->GetGraphicsManager());
+    QVERIFY(manager);
+    QCOMPARE(manager->GetMachineHeadVirtualNode(), nullptr);
+
+    int triggered = 0;
+    const QList<ZYLCmdAction *> actions = ZYLCmdController::GetController()->GetActions();
+    for (ZYLCmdAction *action : actions) {
+        if (!action->GetKey().startsWith("ZYLToolPathViewCmd."))
+            continue;
+        action->trigger();
+        ++triggered;
+    }
+    QCOMPARE(triggered, 21);
+    QVERIFY(m_session->IsInEditEnvironment());
+    m_session->LeaveEditEnvironment();
 }
 
 QTEST_MAIN(tst_ZYLStudioSession)
