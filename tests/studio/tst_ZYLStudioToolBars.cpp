@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-ZYL-Proprietary
-// The studio's tool bars on the module's published actions, with the module loaded at run
-// time by the session as the studio loads it: grouping and order, view modes and toggles in
-// step with the module's view settings, a menu section, and unloading and reloading.
+// The tool bars on the module's own actions, with the module loaded at run time by the
+// session as the studio loads it: grouping and order, view modes and toggles in step with
+// the module's view settings, a menu section, unloading and reloading.
 #include "ZYLStudioToolBars.h"
 
 #include "ZYLStudioSession.h"
@@ -22,18 +22,14 @@
 
 namespace {
 
-// Non-separator actions of a widget, in order.
-QList<QAction *> Commands(const QWidget *widget) {
-    QList<QAction *> actions = widget->actions();
-    actions.removeIf([](const QAction *action) { return action->isSeparator(); });
-    return actions;
-}
-
+// Keys of the non-separator actions of a widget (texts of actions that are not published).
 QByteArrayList Keys(const QList<QAction *> &actions) {
     QByteArrayList keys;
     for (const QAction *action : actions) {
-        const auto *published = qobject_cast<const ZYLCmdAction *>(action);
-        keys.append(published ? published->GetKey() : action->text().toUtf8());
+        if (const auto *published = qobject_cast<const ZYLCmdAction *>(action))
+            keys.append(published->GetKey());
+        else if (!action->isSeparator())
+            keys.append(action->text().toUtf8());
     }
     return keys;
 }
@@ -49,19 +45,17 @@ QAction *Action(const QString &mode) {
     return ZYLCmdController::GetController()->GetAction("ZYLToolPathViewCmd." + mode.toLatin1());
 }
 
-int TotalCommands(const ZYLStudioToolBars &bars) {
-    int total = 0;
+int Count(const ZYLStudioToolBars &bars) {
+    int count = 0;
     for (const QToolBar *toolBar : bars.GetToolBars())
-        total += int(Commands(toolBar).size());
-    return total;
+        count += int(Keys(toolBar->actions()).size());
+    return count;
 }
 
-// The module's view settings object, asked from the module library the session loaded (the
-// same QLibrary file name shares the session's handle, so the module stays unloadable).
+// The module's view settings, asked from the library the session loaded (the same file name
+// shares the session's handle, so the module can still be unloaded).
 ZYLSysSettings *ModuleViewSettings() {
     QLibrary module(ZYLStudioSession::GetModulePath());
-    if (!module.isLoaded())
-        return nullptr;
     auto accessor = reinterpret_cast<QObject *(*)()>(module.resolve("_ZN19ZYLTPEditUISettings11GetInstanceEv"));
     return accessor ? qobject_cast<ZYLSysSettings *>(accessor()) : nullptr;
 }
@@ -75,6 +69,7 @@ const QStringList LinkingPointModes{"ViewLinkPointsOnly", "ViewLinkPointsWithToo
                                     "ViewLinkingPointsWithToolAndLayingAxes", "ViewLinkingPointsWithAllAxes",
                                     "HideLinkingPoints"};
 const QStringList Toggles{"ViewSurface", "ViewPlyBoundary", "ViewHead", "ViewRoller"};
+const QByteArrayList ViewSection = ViewKeys(CourseModes + LayingPointModes + LinkModes + LinkingPointModes + Toggles);
 
 } // namespace
 
@@ -87,11 +82,9 @@ private slots:
     void actionsInPublicationOrderAndGroups();
     void viewModeGroupFollowsSettings_data();
     void viewModeGroupFollowsSettings();
-    void unknownStoredModeChecksNothing();
-    void togglesFollowSettings_data();
-    void togglesFollowSettings();
+    void toggleFollowsSettings_data();
+    void toggleFollowsSettings();
     void unloadingRemovesAndLoadingBringsBack();
-    void menuSectionFollowsTheToolBars();
 
 private:
     std::unique_ptr<ZYLStudioSession> m_session;
@@ -108,7 +101,7 @@ void tst_ZYLStudioToolBars::init() {
     m_settings->RevertToDefaults();
     m_window = std::make_unique<QMainWindow>();
     m_bars = new ZYLStudioToolBars(m_window.get());
-    QTRY_COMPARE(TotalCommands(*m_bars), 28);
+    QTRY_COMPARE(Count(*m_bars), 28);
 }
 
 void tst_ZYLStudioToolBars::cleanup() {
@@ -119,37 +112,20 @@ void tst_ZYLStudioToolBars::cleanup() {
 void tst_ZYLStudioToolBars::actionsInPublicationOrderAndGroups() {
     const QList<QToolBar *> toolBars = m_bars->GetToolBars();
     QCOMPARE(toolBars.size(), 3);
-    for (QToolBar *toolBar : toolBars)
-        QCOMPARE(toolBar->parent(), m_window.get());
-
-    QCOMPARE(Keys(Commands(toolBars[0])),
+    QCOMPARE(Keys(toolBars[0]->actions()),
              QByteArrayList({"ZYLTPEditCourseCmd.Edit", "ZYLTPEditCourseLayingPointsCmd.Edit",
                              "ZYLTPEditLinkingPointsCmd.Edit", "ZYLTPEditLinksCmd.Edit"}));
-    QCOMPARE(Keys(Commands(toolBars[1])), QByteArrayList({"ZYLTPCollisionInspectorCmd.View",
-                                                          "ZYLTPContextualViewCmd.View", "ZYLTPDetailedInfoCmd.View"}));
-    QCOMPARE(Keys(Commands(toolBars[2])),
-             ViewKeys(CourseModes + LayingPointModes + LinkModes + LinkingPointModes + Toggles));
-
-    // Every tool bar keeps the publication order.
-    const QList<ZYLCmdAction *> published = ZYLCmdController::GetController()->GetActions();
-    for (QToolBar *toolBar : toolBars) {
-        int last = -1;
-        for (QAction *action : Commands(toolBar)) {
-            const int position = int(published.indexOf(qobject_cast<ZYLCmdAction *>(action)));
-            QVERIFY(position > last);
-            last = position;
-        }
-    }
-    // The published look is kept.
-    QAction *surface = Action("ViewSurface");
-    QCOMPARE(surface->toolTip(), QStringLiteral("Show/Hide surface"));
-    QVERIFY(!surface->icon().isNull());
-    // Edit and inspection commands are plain buttons; separators part the view groups.
-    for (QAction *action : Commands(toolBars[0]) + Commands(toolBars[1]))
+    QCOMPARE(Keys(toolBars[1]->actions()), QByteArrayList({"ZYLTPCollisionInspectorCmd.View",
+                                                           "ZYLTPContextualViewCmd.View", "ZYLTPDetailedInfoCmd.View"}));
+    QCOMPARE(Keys(toolBars[2]->actions()), ViewSection);
+    for (QToolBar *toolBar : toolBars)
+        QCOMPARE(toolBar->parent(), m_window.get());
+    for (QAction *action : toolBars[0]->actions() + toolBars[1]->actions())
         QVERIFY(!action->isCheckable());
-    const QList<QAction *> view = toolBars[2]->actions();
-    QVERIFY(view[CourseModes.size()]->isSeparator());
-    QVERIFY(!view.first()->isSeparator());
+    // Separators part the view groups; the published look is kept.
+    QVERIFY(toolBars[2]->actions().at(CourseModes.size())->isSeparator());
+    QCOMPARE(Action("ViewSurface")->toolTip(), QStringLiteral("Show/Hide surface"));
+    QVERIFY(!Action("ViewSurface")->icon().isNull());
 }
 
 void tst_ZYLStudioToolBars::viewModeGroupFollowsSettings_data() {
@@ -168,44 +144,32 @@ void tst_ZYLStudioToolBars::viewModeGroupFollowsSettings() {
     QVERIFY(group);
     QCOMPARE(group->exclusionPolicy(), QActionGroup::ExclusionPolicy::Exclusive);
     QCOMPARE(Keys(group->actions()), ViewKeys(modes));
-
-    auto checkedMode = [group]() -> QString {
-        QAction *checked = group->checkedAction();
-        return checked ? qobject_cast<ZYLCmdAction *>(checked)->GetProperties().value("mode").toString() : QString();
+    auto checked = [group] {
+        QList<QAction *> actions = group->actions();
+        actions.removeIf([](const QAction *action) { return !action->isChecked(); });
+        return Keys(actions);
     };
-    const QString defaultMode = m_settings->property(key.constData()).toString();
-    QCOMPARE(checkedMode(), defaultMode);
+    const QString defaultMode = m_settings->property(key).toString();
+    QCOMPARE(checked(), ViewKeys({defaultMode}));
 
-    // Set through the settings object, every mode in turn.
     for (const QString &mode : modes) {
-        QVERIFY(m_settings->setProperty(key.constData(), mode));
-        QCOMPARE(checkedMode(), mode);
+        QVERIFY(m_settings->setProperty(key, mode));
+        QCOMPARE(checked(), ViewKeys({mode}));
     }
+    QVERIFY(m_settings->setProperty(key, QStringLiteral("NoSuchMode")));
+    QCOMPARE(checked(), QByteArrayList());
     m_settings->RevertToDefaults();
-    QCOMPARE(checkedMode(), defaultMode);
+    QCOMPARE(checked(), ViewKeys({defaultMode}));
 
-    // Triggered by the user: the command stores the mode and the group shows it.
-    const QString last = modes.last();
-    Action(last)->trigger();
-    QCOMPARE(m_settings->property(key.constData()).toString(), last);
-    QCOMPARE(checkedMode(), last);
-    // Triggering the checked mode again keeps it checked.
-    Action(last)->trigger();
-    QCOMPARE(checkedMode(), last);
-    QVERIFY(Action(last)->isChecked());
+    // Triggered by the user: the command stores the mode, the group shows it, also twice.
+    for (int time = 0; time < 2; ++time) {
+        Action(modes.last())->trigger();
+        QCOMPARE(m_settings->property(key).toString(), modes.last());
+        QCOMPARE(checked(), ViewKeys({modes.last()}));
+    }
 }
 
-void tst_ZYLStudioToolBars::unknownStoredModeChecksNothing() {
-    QActionGroup *group = Action("ViewCourse")->actionGroup();
-    QVERIFY(group->checkedAction());
-    QVERIFY(m_settings->setProperty("viewCourseMode", QStringLiteral("NoSuchMode")));
-    QVERIFY(!group->checkedAction());
-    // The other groups are untouched.
-    QCOMPARE(Action("ViewLayingPointsWithToolAxis")->actionGroup()->checkedAction(),
-             Action("ViewLayingPointsWithToolAxis"));
-}
-
-void tst_ZYLStudioToolBars::togglesFollowSettings_data() {
+void tst_ZYLStudioToolBars::toggleFollowsSettings_data() {
     QTest::addColumn<QString>("mode");
     QTest::addColumn<QByteArray>("key");
     QTest::newRow("surface") << QStringLiteral("ViewSurface") << QByteArray("viewSurface");
@@ -214,76 +178,54 @@ void tst_ZYLStudioToolBars::togglesFollowSettings_data() {
     QTest::newRow("roller") << QStringLiteral("ViewRoller") << QByteArray("viewRoller");
 }
 
-void tst_ZYLStudioToolBars::togglesFollowSettings() {
+void tst_ZYLStudioToolBars::toggleFollowsSettings() {
     QFETCH(QString, mode);
     QFETCH(QByteArray, key);
     QAction *toggle = Action(mode);
-    QVERIFY(toggle->isCheckable());
-    QVERIFY(!toggle->actionGroup());
-    QCOMPARE(toggle->isChecked(), m_settings->property(key.constData()).toBool());
-
-    for (bool on : {true, false, true}) {
-        QVERIFY(m_settings->setProperty(key.constData(), on));
-        QCOMPARE(toggle->isChecked(), on);
-    }
-    // Only this toggle is on.
+    QVERIFY(toggle->isCheckable() && !toggle->actionGroup());
+    QVERIFY(m_settings->setProperty(key, true));
     for (const QString &other : Toggles)
         QCOMPARE(Action(other)->isChecked(), other == mode);
+    QVERIFY(m_settings->setProperty(key, false));
+    QVERIFY(!toggle->isChecked());
 
     // The command stores the state the trigger gave the action.
-    toggle->trigger();
-    QVERIFY(!toggle->isChecked());
-    QCOMPARE(m_settings->property(key.constData()).toBool(), false);
-    toggle->trigger();
-    QVERIFY(toggle->isChecked());
-    QCOMPARE(m_settings->property(key.constData()).toBool(), true);
-
+    for (bool expected : {true, false}) {
+        toggle->trigger();
+        QCOMPARE(toggle->isChecked(), expected);
+        QCOMPARE(m_settings->property(key).toBool(), expected);
+    }
+    QVERIFY(m_settings->setProperty(key, true));
     m_settings->RevertToDefaults();
-    QCOMPARE(toggle->isChecked(), m_settings->property(key.constData()).toBool());
-    QVERIFY(!toggle->isChecked());
+    QCOMPARE(toggle->isChecked(), m_settings->property(key).toBool());
 }
 
 void tst_ZYLStudioToolBars::unloadingRemovesAndLoadingBringsBack() {
-    QVERIFY(m_settings->setProperty("viewLayingPointsMode", QStringLiteral("HideLayingPoints")));
-    QVERIFY(m_settings->setProperty("viewRoller", true));
-
-    m_session->Shutdown();
-    // The module's statics went with it, its settings object included.
-    QVERIFY(!m_settings);
-    QCOMPARE(TotalCommands(*m_bars), 0);
-    QCoreApplication::processEvents();
-    QCOMPARE(TotalCommands(*m_bars), 0);
-
-    QVERIFY(m_session->Start());
-    QTRY_COMPARE(TotalCommands(*m_bars), 28);
-    m_settings = ModuleViewSettings();
-    QVERIFY(m_settings);
-    // The new actions show what the module persisted before it was unloaded.
-    QVERIFY(Action("HideLayingPoints")->isChecked());
-    QVERIFY(Action("ViewRoller")->isChecked());
-    QVERIFY(m_settings->setProperty("viewLayingPointsMode", QStringLiteral("ViewLayingPointsWithAllAxes")));
-    QVERIFY(Action("ViewLayingPointsWithAllAxes")->isChecked());
-    QVERIFY(!Action("HideLayingPoints")->isChecked());
-}
-
-void tst_ZYLStudioToolBars::menuSectionFollowsTheToolBars() {
     QMenu menu;
     menu.addAction(QStringLiteral("Before"));
     m_bars->AddViewMenuSection(&menu);
     m_bars->AddViewMenuSection(&menu);
     menu.addAction(QStringLiteral("After"));
-    const QByteArrayList section = ViewKeys(CourseModes + LayingPointModes + LinkModes + LinkingPointModes + Toggles);
-    const QByteArrayList full = QByteArrayList{"Before"} + section + QByteArrayList{"After"};
-    QCOMPARE(Keys(Commands(&menu)), full);
-
-    // Shared actions: a change of the settings shows in the menu too.
-    QVERIFY(m_settings->setProperty("viewCourseMode", QStringLiteral("HideCourse")));
-    QVERIFY(Commands(&menu).at(1 + CourseModes.indexOf("HideCourse"))->isChecked());
+    const QByteArrayList full = QByteArrayList{"Before"} + ViewSection + QByteArrayList{"After"};
+    QCOMPARE(Keys(menu.actions()), full);
+    QVERIFY(m_settings->setProperty("viewLayingPointsMode", QStringLiteral("HideLayingPoints")));
+    QVERIFY(m_settings->setProperty("viewRoller", true));
 
     m_session->Shutdown();
-    QCOMPARE(Keys(Commands(&menu)), QByteArrayList({"Before", "After"}));
+    // The module is really gone: its settings object went with its statics.
+    QVERIFY(!m_settings);
+    QCOMPARE(Count(*m_bars), 0);
+    QCOMPARE(Keys(menu.actions()), QByteArrayList({"Before", "After"}));
+
     QVERIFY(m_session->Start());
-    QTRY_COMPARE(Keys(Commands(&menu)), full);
+    QTRY_COMPARE(Count(*m_bars), 28);
+    QCOMPARE(Keys(menu.actions()), full);
+    // The new actions show what the module persisted, and follow its new settings object.
+    QVERIFY(Action("HideLayingPoints")->isChecked());
+    QVERIFY(Action("ViewRoller")->isChecked());
+    m_settings = ModuleViewSettings();
+    QVERIFY(m_settings->setProperty("viewRoller", false));
+    QVERIFY(!Action("ViewRoller")->isChecked());
 }
 
 QTEST_MAIN(tst_ZYLStudioToolBars)
