@@ -19,6 +19,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 ZYLTPCourseLink::ZYLTPCourseLink(ZYLTPRollLayupProcedure *procedure, const ZYLTPCourse *from, const ZYLTPCourse *to)
     : m_procedure(procedure), m_from(from), m_to(to)
@@ -38,12 +39,21 @@ void ZYLTPCourseLink::Refresh() const
     for (size_t i = 0; i < kept; ++i)
         m_points[i]->SetFrame(frames[i]);
     // Points no longer needed stay alive with the link: someone may be reading one of them
-    // right now (a point refreshes its link before it answers).
-    for (size_t i = kept; i < m_points.size(); ++i)
-        m_retired.push_back(std::move(m_points[i]));
+    // right now (a point refreshes its link before it answers). They are kept as a stack,
+    // last point deepest, so that when the count grows back (undo of a detail change) each
+    // position gets back the very object it had.
+    for (size_t i = m_points.size(); i > kept; --i)
+        m_retired.push_back(std::move(m_points[i - 1]));
     m_points.resize(frames.size());
-    for (size_t i = kept; i < frames.size(); ++i)
-        m_points[i] = std::make_unique<ZYLTPOffPartPoint>(frames[i], nullptr, this);
+    for (size_t i = kept; i < frames.size(); ++i) {
+        if (!m_retired.empty()) {
+            m_points[i] = std::move(m_retired.back());
+            m_retired.pop_back();
+            m_points[i]->SetFrame(frames[i]);
+        } else {
+            m_points[i] = std::make_unique<ZYLTPOffPartPoint>(frames[i], nullptr, this);
+        }
+    }
     m_revision = ZYLTPModelRevision::Get();
 }
 
@@ -242,42 +252,64 @@ namespace {
 // Places along the traverse where its clearance is checked: every point of every detail
 // (1, 4 or 16 segments) lies on one of them.
 constexpr int ClearanceSamples = 16;
-// Clearance shortfall (mm) below which the traverse counts as clear.
+// Clearance error (mm) at which the lift counts as found.
 constexpr double ClearanceTolerance = 1e-6;
-// Lifting both ends by h raises no place of the traverse by more than h (the distance to a
-// surface changes no faster than the point moves), so adding the shortfall never overshoots
-// and the lift grows towards the smallest one that clears. Steep tool axes make each step
-// gain less; the bound only stops a pathological case.
-constexpr int MaxClearanceSteps = 32;
+constexpr int MaxClearanceSteps = 24;
 
 // Returns the extra height by which both lifted ends of a straight traverse must rise along
-// their tool axes so that every place of it keeps the clearance required there.
+// their tool axes so that every place of it keeps the clearance required there, the least
+// such height to within the tolerance.
 double FindClearanceLift(const ZYLGeoSurface &surface, const ZYLMathAxis &start, const ZYLMathAxis &end,
                          double retract, double approach)
 {
     // The head works on the side of the surface its tool axis points to at the start.
     const ZYLGeoSurfaceFoot startFoot = surface.GetClosestPoint(start.GetOrigin());
     const double side = startFoot.normal.Dot(start.GetThirdDirection()) < 0.0 ? -1.0 : 1.0;
-    double lift = 0.0;
-    for (int step = 0; step < MaxClearanceSteps; ++step) {
+    // How far the traverse falls short of its clearance at its worst place (negative: how
+    // much to spare) with both ends lifted `lift` further.
+    const auto shortfall = [&](double lift) {
         const ZYLMathPoint up = start.GetOrigin() + start.GetThirdDirection() * (retract + lift);
         const ZYLMathPoint above = end.GetOrigin() + end.GetThirdDirection() * (approach + lift);
-        double shortfall = 0.0;
+        double worst = -std::numeric_limits<double>::infinity();
         ZYLGeoSurfaceFoot foot = startFoot;
         for (int j = 0; j <= ClearanceSamples; ++j) {
             const double s = double(j) / ClearanceSamples;
             // Neighbouring places have neighbouring feet: each query starts from the last.
             foot = surface.GetClosestPoint(ZYLMathPoint::Interpolate(up, above, s), &foot);
-            const double required = retract + (approach - retract) * s;
             const double clearance = side * foot.signedDistance;
             if (std::isfinite(clearance))
-                shortfall = std::max(shortfall, required - clearance);
+                worst = std::max(worst, retract + (approach - retract) * s - clearance);
         }
-        if (shortfall <= ClearanceTolerance)
-            break;
-        lift += shortfall;
+        return worst;
+    };
+    double low = 0.0; // a lift that falls short (or none is needed)
+    double lowMissing = shortfall(low);
+    if (lowMissing <= ClearanceTolerance)
+        return 0.0;
+    double high = -1.0; // a lift that clears, once one is known
+    double highMissing = 0.0;
+    // Raising the ends by h raises no place by more than h (the distance to a surface changes
+    // no faster than the point moves), so the shortfall drops at a rate of at most 1: the
+    // first step, taken at that rate, cannot overshoot. Later steps extrapolate at the rate
+    // seen so far until a clearing lift is found, then close in between the two.
+    double rate = 1.0;
+    for (int step = 0; step < MaxClearanceSteps; ++step) {
+        const double next = high < 0.0 ? low + lowMissing / rate
+                                       : low + (high - low) * lowMissing / (lowMissing - highMissing);
+        const double missing = shortfall(next);
+        if (missing > ClearanceTolerance) {
+            rate = std::clamp((lowMissing - missing) / (next - low), 0.05, 1.0);
+            low = next;
+            lowMissing = missing;
+        } else {
+            high = next;
+            highMissing = missing;
+            if (missing >= -ClearanceTolerance)
+                break;
+        }
     }
-    return lift;
+    // A clearing lift when one was found; the best short one only in a pathological case.
+    return high >= 0.0 ? high : low;
 }
 
 } // namespace
