@@ -8,6 +8,9 @@
 /// motion: the approach link goes from home straight to the procedure's rapid approach
 /// distance above (along the tool axis) the start of the course's approach, then down to
 /// it; the retract link goes up by the rapid retract distance, then straight home.
+/// Procedure links are the procedure's own motion and are never turned into custom links:
+/// `ZYLTPRollLayupProcedure::ConvertLinkToCustom` refuses them (the link editors offer only
+/// links between two courses, and a program file keeps custom links between courses only).
 class ZYLTOOLPATH_EXPORT ZYLTPProcedureLink : public ZYLTPCourseLink {
     Q_OBJECT
 public:
