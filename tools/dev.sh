@@ -2,7 +2,8 @@
 # SPDX-License-Identifier: LicenseRef-ZYL-Proprietary
 # Sets up a Debian 12 machine for the project and builds it.
 #   tools/dev.sh test     install what is missing, build, run every test
-#   tools/dev.sh studio   install what is missing, build, start the studio on the demo ply
+#   tools/dev.sh studio [FILE] [--screenshot OUT.png]
+#                         install what is missing, build the studio, start it (on the demo ply without FILE)
 #   tools/dev.sh build    install what is missing and build
 # BUILD_DIR (default: build) and BUILD_TYPE (default: Release) may be set in the environment.
 set -euo pipefail
@@ -32,26 +33,29 @@ install_missing() {
     "${sudo[@]}" apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
 }
 
-build_all() {
+# Builds the given targets, or everything without one.
+build_targets() {
     cmake -S "$here" -B "$build" -G Ninja -DCMAKE_BUILD_TYPE="$type" >/dev/null
-    cmake --build "$build" -j "$(nproc)"
+    cmake --build "$build" -j "$(nproc)" ${1:+--target "$@"}
 }
 
 case "${1:-}" in
     test)
         install_missing
-        build_all
+        build_targets
         ctest --test-dir "$build" --output-on-failure -j "$(nproc)"
         ;;
     studio)
+        # The studio target brings the module and the graphics bridge it loads at run time;
+        # the remaining arguments go to the studio (a program file, --screenshot OUT.png, ...).
         install_missing
-        build_all
+        build_targets zylstudio
         shift
         exec "$build/bin/zylstudio" "$@"
         ;;
     build)
         install_missing
-        build_all
+        build_targets
         ;;
     *)
         sed -n '3,8p' "$0" | sed 's/^# \{0,1\}//'

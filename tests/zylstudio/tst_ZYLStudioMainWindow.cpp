@@ -1,0 +1,522 @@
+// SPDX-License-Identifier: LicenseRef-ZYL-Proprietary
+// The studio's main window on a real session with the module loaded, drawn with OpenGL under
+// Xvfb: the demo ply and its tool bars, view actions that change the picture, a mouse click
+// that selects a course, undo and redo with the title's marker, files that cannot be opened,
+// recent files, questions before losing edits, and a running command.
+#include "ZYLStudioMainWindow.h"
+#include "ZYLStudioRecentFiles.h"
+
+#include "ZYLEditTPGraphicsMgr.h"
+#include "ZYLStudioSession.h"
+#include "ZYLStudioViewer.h"
+
+#include "ZYLTPCourse.h"
+#include "ZYLTPOnPartPoint.h"
+#include "ZYLTPProgram.h"
+#include "ZYLTPProgramFile.h"
+#include "ZYLTPRollLayupProcedure.h"
+
+#include "ZYLCmdAction.h"
+#include "ZYLCmdController.h"
+#include "ZYLFeatContainer.h"
+#include "ZYLSysUnits.h"
+#include "ZYLVisEnvironment.h"
+#include "ZYLVisVirtualObject.h"
+
+#include <QAbstractButton>
+#include <QActionGroup>
+#include <QFile>
+#include <QLabel>
+#include <QMenu>
+#include <QMessageBox>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+#include <QToolBar>
+
+#include <functional>
+#include <memory>
+
+namespace {
+
+// Answers the next message box that becomes modal within `timeoutMs` by pressing `button`,
+// and keeps its text, without blocking the code under test that opened it.
+class MessageBoxAnswerer : public QObject {
+public:
+    explicit MessageBoxAnswerer(QMessageBox::StandardButton button) : m_button(button) {
+        auto *timer = new QTimer(this);
+        timer->setInterval(20);
+        connect(timer, &QTimer::timeout, this, [this, timer] {
+            auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+            if (!box)
+                return;
+            timer->stop();
+            m_text = box->text();
+            m_title = box->windowTitle();
+            ++m_count;
+            if (QAbstractButton *button = box->button(m_button))
+                button->click();
+            else
+                box->reject();
+        });
+        timer->start();
+    }
+    int Count() const { return m_count; }
+    const QString &Text() const { return m_text; }
+    const QString &Title() const { return m_title; }
+
+private:
+    QMessageBox::StandardButton m_button;
+    int m_count = 0;
+    QString m_text;
+    QString m_title;
+};
+
+// Pixels of two pictures of equal size that differ.
+int DifferentPixels(const QImage &a, const QImage &b) {
+    if (a.size() != b.size())
+        return -1;
+    const QImage x = a.convertToFormat(QImage::Format_RGB32);
+    const QImage y = b.convertToFormat(QImage::Format_RGB32);
+    int count = 0;
+    for (int row = 0; row < x.height(); ++row) {
+        const auto *p = reinterpret_cast<const QRgb *>(x.constScanLine(row));
+        const auto *q = reinterpret_cast<const QRgb *>(y.constScanLine(row));
+        for (int column = 0; column < x.width(); ++column)
+            count += p[column] != q[column];
+    }
+    return count;
+}
+
+QSet<QRgb> Colours(const QImage &image) {
+    QSet<QRgb> colours;
+    const QImage rgb = image.convertToFormat(QImage::Format_RGB32);
+    for (int row = 0; row < rgb.height(); row += 2)
+        for (int column = 0; column < rgb.width(); column += 2)
+            colours.insert(rgb.pixel(column, row));
+    return colours;
+}
+
+} // namespace
+
+class tst_ZYLStudioMainWindow : public QObject {
+    Q_OBJECT
+private slots:
+    void initTestCase();
+    void init();
+    void cleanupTestCase();
+
+    void startsOnTheDemoWithTheActionsInGroups();
+    void viewActionsCheckAndRedraw_data();
+    void viewActionsCheckAndRedraw();
+    void frameIsDrawnAndLosesTheHiddenCourses();
+    void clickSelectsTheCourseUnderTheMouse();
+    void mousePointFollowsTheLengthUnit();
+    void undoAndRedoUpdateViewSummaryAndTitle();
+    void damagedFileIsReportedAndTheProgramStays();
+    void saveAsNamesTheWindowAndTheRecentFiles();
+    void goneRecentFileIsRemovedWithAMessage();
+    void unsavedEditsAreAskedAbout_data();
+    void unsavedEditsAreAskedAbout();
+    void runningCommandLocksHistoryAndFiles();
+
+private:
+    ZYLEditTPGraphicsMgr *Manager() const;
+    ZYLTPRollLayupProcedure *Procedure() const;
+    QAction *Action(const char *name) const;
+    QAction *ViewAction(const QString &mode) const;
+    QImage Render() const;
+    // Removes a course in a transaction of its own and redraws, as an editing command does.
+    void RemoveCourse(int index);
+
+    QTemporaryDir m_dir;
+    std::unique_ptr<ZYLStudioSession> m_session;
+    std::unique_ptr<ZYLStudioMainWindow> m_window;
+};
+
+void tst_ZYLStudioMainWindow::initTestCase() {
+    QVERIFY(m_dir.isValid());
+    m_session = std::make_unique<ZYLStudioSession>();
+    QVERIFY2(m_session->Start(), qPrintable(m_session->GetErrorString()));
+    m_window = std::make_unique<ZYLStudioMainWindow>(m_session.get());
+    m_window->show();
+    QVERIFY(QTest::qWaitForWindowExposed(m_window.get()));
+    QVERIFY2(m_window->GetOpenGLError().isEmpty(), qPrintable(m_window->GetOpenGLError()));
+    QVERIFY(m_window->OpenDemo());
+}
+
+void tst_ZYLStudioMainWindow::init() {
+    // Each test starts on the unmodified demo ply with the default view modes.
+    if (!m_session->GetProgram() || !m_session->GetProgramFileName().isEmpty() || m_session->IsModified()) {
+        MessageBoxAnswerer discard(QMessageBox::Discard);
+        QVERIFY(m_window->OpenDemo());
+    }
+    for (const char *mode : {"ViewCourse", "ViewLayingPointsWithToolAxis", "ViewCourseLinksWithPointsOnly",
+                             "ViewLinkPointsOnly"}) {
+        QAction *action = ViewAction(QString::fromLatin1(mode));
+        if (action && !action->isChecked())
+            action->trigger();
+    }
+    m_window->GetViewer()->SetStandardView(ZYLStudioViewer::StandardView::Top);
+    QTRY_VERIFY(m_session->GetEditEnvironment());
+}
+
+void tst_ZYLStudioMainWindow::cleanupTestCase() {
+    m_window.reset();
+    m_session.reset();
+}
+
+ZYLEditTPGraphicsMgr *tst_ZYLStudioMainWindow::Manager() const {
+    return qobject_cast<ZYLEditTPGraphicsMgr *>(m_session->GetGraphicsManager());
+}
+
+ZYLTPRollLayupProcedure *tst_ZYLStudioMainWindow::Procedure() const {
+    return qobject_cast<ZYLTPRollLayupProcedure *>(m_session->GetProgram()->GetProcedure(0));
+}
+
+QAction *tst_ZYLStudioMainWindow::Action(const char *name) const {
+    return m_window->findChild<QAction *>(QString::fromLatin1(name));
+}
+
+QAction *tst_ZYLStudioMainWindow::ViewAction(const QString &mode) const {
+    return ZYLCmdController::GetController()->GetAction(QByteArrayLiteral("ZYLToolPathViewCmd.") + mode.toLatin1());
+}
+
+QImage tst_ZYLStudioMainWindow::Render() const {
+    return m_window->GetViewer()->RenderToImage(QSize(480, 320));
+}
+
+void tst_ZYLStudioMainWindow::RemoveCourse(int index) {
+    ZYLFeatContainer *container = m_session->GetContainer();
+    container->OpenTransaction(QStringLiteral("Remove course"));
+    Procedure()->RemoveCourse(Procedure()->GetCourseByIndex(index));
+    container->CommitTransaction();
+    Manager()->UpdateAllGraphics(Manager()->GetCurrentOptions());
+}
+
+void tst_ZYLStudioMainWindow::startsOnTheDemoWithTheActionsInGroups() {
+    QCOMPARE(m_window->windowTitle(), QStringLiteral("Demo ply[*] — zylstudio"));
+    QVERIFY(!m_window->isWindowModified());
+    QCOMPARE(m_window->GetViewer()->GetEnvironment(), m_session->GetEditEnvironment());
+
+    ZYLTPRollLayupProcedure *procedure = Procedure();
+    qint64 points = 0;
+    for (int i = 0; i < procedure->GetNumCourses(); ++i)
+        points += procedure->GetCourseByIndex(i)->GetNumPoints();
+    const QString summary = m_window->findChild<QLabel *>(QStringLiteral("summaryLabel"))->text();
+    QCOMPARE(summary, m_window->GetSummaryText());
+    QVERIFY2(summary.contains(QStringLiteral("Courses: %1 ").arg(procedure->GetNumCourses())), qPrintable(summary));
+    QVERIFY2(summary.contains(QLocale().toString(points)), qPrintable(summary));
+    QVERIFY2(summary.endsWith(QStringLiteral("Links: %1").arg(procedure->GetNumLinks())), qPrintable(summary));
+
+    // The tool bars are filled on a later pass of the event loop.
+    QList<QAction *> shown;
+    QTRY_COMPARE_WITH_TIMEOUT(
+        [&] {
+            shown.clear();
+            for (QToolBar *bar : m_window->findChildren<QToolBar *>())
+                for (QAction *action : bar->actions())
+                    if (qobject_cast<ZYLCmdAction *>(action))
+                        shown << action;
+            return int(shown.size());
+        }(),
+        28, 5000);
+    const QList<ZYLCmdAction *> published = ZYLCmdController::GetController()->GetActions();
+    QCOMPARE(published.size(), 28);
+    for (ZYLCmdAction *action : published)
+        QVERIFY2(shown.contains(action), action->GetKey().constData());
+
+    // The four view-mode groups are exclusive, in catalogue order, each ending with its hide mode.
+    QList<int> groupSizes;
+    QList<QActionGroup *> groups;
+    for (QAction *action : shown) {
+        QActionGroup *group = action->actionGroup();
+        if (group && !groups.contains(group)) {
+            groups << group;
+            QVERIFY(group->isExclusive());
+            groupSizes << int(group->actions().size());
+            QVERIFY(group->actions().last()->text().startsWith(QStringLiteral("Hide")));
+        }
+    }
+    QCOMPARE(groupSizes, (QList<int>{4, 4, 4, 5}));
+    // The View menu offers the same actions after its own entries.
+    QMenu *view = m_window->findChild<QMenu *>(QStringLiteral("menuView"));
+    QVERIFY(view->actions().contains(ViewAction(QStringLiteral("HideCourse"))));
+    QVERIFY(view->actions().contains(ViewAction(QStringLiteral("ViewRoller"))));
+    QVERIFY(view->actions().indexOf(Action("actionFitAll")) < view->actions().indexOf(ViewAction("ViewCourse")));
+}
+
+void tst_ZYLStudioMainWindow::viewActionsCheckAndRedraw_data() {
+    QTest::addColumn<QString>("courseMode"); // laying points and links show with the polyline
+    QTest::addColumn<QString>("mode");
+    QTest::addColumn<QString>("uncheckedMode");
+    const QString course = QStringLiteral("ViewCourse");
+    const QString both = QStringLiteral("ViewCourseAndPolyline");
+    QTest::newRow("hide courses") << course << QStringLiteral("HideCourse") << course;
+    QTest::newRow("course polyline") << course << QStringLiteral("ViewCoursePolyline") << course;
+    QTest::newRow("laying points with all axes")
+        << both << QStringLiteral("ViewLayingPointsWithAllAxes") << QStringLiteral("ViewLayingPointsWithToolAxis");
+    QTest::newRow("hide laying points")
+        << both << QStringLiteral("HideLayingPoints") << QStringLiteral("ViewLayingPointsWithToolAxis");
+    QTest::newRow("hide course links") << both << QStringLiteral("HideCourseLinks")
+                                       << QStringLiteral("ViewCourseLinksWithPointsOnly");
+    QTest::newRow("surface toggle") << course << QStringLiteral("ViewSurface") << QString();
+}
+
+void tst_ZYLStudioMainWindow::viewActionsCheckAndRedraw() {
+    QFETCH(QString, courseMode);
+    QFETCH(QString, mode);
+    QFETCH(QString, uncheckedMode);
+    ViewAction(courseMode)->trigger();
+    // Close up on the middle of the ply, where points and axes cover pixels of their own.
+    ZYLStudioCamera camera = m_window->GetViewer()->GetCamera();
+    camera.SetDistance(camera.GetDistance() / 4.0);
+    m_window->GetViewer()->SetCamera(camera);
+    QAction *action = ViewAction(mode);
+    QVERIFY(action);
+    QVERIFY(action->isCheckable());
+    const bool wasChecked = action->isChecked();
+    const QImage before = Render();
+
+    action->trigger();
+    if (uncheckedMode.isEmpty()) {
+        QCOMPARE(action->isChecked(), !wasChecked);
+    } else {
+        QVERIFY(action->isChecked());
+        QVERIFY(!ViewAction(uncheckedMode)->isChecked());
+    }
+    const QImage after = Render();
+    QVERIFY2(DifferentPixels(before, after) > 100, qPrintable(QString::number(DifferentPixels(before, after))));
+
+    if (uncheckedMode.isEmpty())
+        action->trigger();
+    else
+        ViewAction(uncheckedMode)->trigger();
+    QCOMPARE(DifferentPixels(before, Render()), 0);
+}
+
+void tst_ZYLStudioMainWindow::frameIsDrawnAndLosesTheHiddenCourses() {
+    ZYLStudioViewer *viewer = m_window->GetViewer();
+    const quint64 frames = viewer->GetFrameCount();
+    viewer->update();
+    QTRY_VERIFY(viewer->GetFrameCount() > frames);
+
+    const QImage shown = viewer->RenderToImage(QSize(400, 250));
+    // Background gradient, surface, courses and links: far more than a blank view's colours.
+    QVERIFY2(Colours(shown).size() > 50, qPrintable(QString::number(Colours(shown).size())));
+    ViewAction(QStringLiteral("HideCourse"))->trigger();
+    ViewAction(QStringLiteral("HideLayingPoints"))->trigger();
+    const QImage hidden = viewer->RenderToImage(QSize(400, 250));
+    QVERIFY2(DifferentPixels(shown, hidden) > 400 * 250 / 20,
+             qPrintable(QString::number(DifferentPixels(shown, hidden))));
+    for (QAction *node : {ViewAction(QStringLiteral("ViewCourse")),
+                          ViewAction(QStringLiteral("ViewLayingPointsWithToolAxis"))})
+        node->trigger();
+    QCOMPARE(DifferentPixels(shown, viewer->RenderToImage(QSize(400, 250))), 0);
+}
+
+void tst_ZYLStudioMainWindow::clickSelectsTheCourseUnderTheMouse() {
+    ZYLStudioViewer *viewer = m_window->GetViewer();
+    ZYLEditTPGraphicsMgr *manager = Manager();
+    ZYLVisEnvironment *scene = m_session->GetEditEnvironment();
+    // The plies cross, so most places show several courses: only the target stays in view.
+    ZYLTPRollLayupProcedure *procedure = Procedure();
+    const ZYLTPCourse *target = procedure->GetCourseByIndex(procedure->GetNumCourses() / 2);
+    ZYLVisVirtualObject *targetNode = manager->GetCourseVirtualNode(target);
+    QVERIFY(targetNode);
+    const QList<ZYLVisVirtualObject *> nodes = manager->GetToolPathVirtualNodes(ZYLEditTPGraphicsMgr::CourseNodes);
+    QList<ZYLVisVirtualObject *> others = nodes;
+    others.removeAll(targetNode);
+    manager->SetVirtualNodesVisibility(false, others);
+    manager->SetVirtualNodesSelectable(true, nodes);
+    scene->SetVisualizationSelection({});
+
+    const int middle = target->GetNumPoints() / 2;
+    const QPointF onCourse = viewer->Project(target->GetPoint(middle)->GetTipPoint());
+    const QPointF along = viewer->Project(target->GetPoint(middle + 10)->GetTipPoint()) - onCourse;
+    QVERIFY(QLineF(QPointF(), along).length() > 1.0);
+    // Well beside the course's band of tows (a few dozen millimetres wide).
+    const QPointF beside = onCourse + QLineF(QPointF(), along).normalVector().unitVector().p2() * 60.0;
+    QVERIFY(viewer->rect().contains(onCourse.toPoint()) && viewer->rect().contains(beside.toPoint()));
+
+    QTest::mouseClick(viewer, Qt::LeftButton, Qt::NoModifier, beside.toPoint());
+    const QSet<ZYLVisObject *> missed = scene->GetVisualizationSelection();
+    QTest::mouseClick(viewer, Qt::LeftButton, Qt::NoModifier, onCourse.toPoint());
+    const QSet<ZYLVisObject *> hit = scene->GetVisualizationSelection();
+    manager->SetVirtualNodesSelectable(false, nodes);
+    manager->SetVirtualNodesVisibility(true, others);
+    scene->SetVisualizationSelection({});
+
+    QVERIFY(missed.isEmpty());
+    QCOMPARE(hit, (QSet<ZYLVisObject *>{targetNode}));
+}
+
+void tst_ZYLStudioMainWindow::mousePointFollowsTheLengthUnit() {
+    ZYLStudioViewer *viewer = m_window->GetViewer();
+    const QPoint centre = viewer->rect().center();
+    QTest::mouseMove(viewer, centre);
+    QTest::mouseMove(viewer, centre + QPoint(3, 2));
+    QLabel *label = m_window->findChild<QLabel *>(QStringLiteral("pointLabel"));
+    QTRY_VERIFY(!m_window->GetMousePointText().isEmpty());
+    QCOMPARE(label->text(), m_window->GetMousePointText());
+    QVERIFY2(label->text().contains(QStringLiteral(" mm")), qPrintable(label->text()));
+
+    ZYLSysUnits *units = ZYLSysUnits::GetInstance();
+    QVERIFY(units->SetCurrentUnit(ZYLSysValue::Length, ZYLSysValue::Inch));
+    const QString inches = label->text();
+    units->RevertToDefaults();
+    QVERIFY2(inches.contains(QStringLiteral(" in")) && !inches.contains(QStringLiteral(" mm")), qPrintable(inches));
+}
+
+void tst_ZYLStudioMainWindow::undoAndRedoUpdateViewSummaryAndTitle() {
+    ZYLTPRollLayupProcedure *procedure = Procedure();
+    const int courses = procedure->GetNumCourses();
+    const QString summary = m_window->GetSummaryText();
+    const int nodes = int(Manager()->GetToolPathVirtualNodes(ZYLEditTPGraphicsMgr::CourseNodes).size());
+    QAction *undo = Action("actionUndo");
+    QAction *redo = Action("actionRedo");
+    QVERIFY(!undo->isEnabled());
+    const QImage original = Render();
+
+    RemoveCourse(courses / 2);
+    QVERIFY(m_window->isWindowModified());
+    QVERIFY(undo->isEnabled());
+    QCOMPARE(undo->text(), QStringLiteral("&Undo Remove course"));
+    QVERIFY(m_window->GetSummaryText() != summary);
+    QVERIFY(m_window->GetSummaryText().contains(QStringLiteral("Courses: %1 ").arg(courses - 1)));
+    const QImage removed = Render();
+    QVERIFY(DifferentPixels(original, removed) > 0);
+
+    undo->trigger();
+    QCOMPARE(procedure->GetNumCourses(), courses);
+    QVERIFY(!m_window->isWindowModified());
+    QCOMPARE(m_window->GetSummaryText(), summary);
+    QCOMPARE(int(Manager()->GetToolPathVirtualNodes(ZYLEditTPGraphicsMgr::CourseNodes).size()), nodes);
+    QCOMPARE(DifferentPixels(original, Render()), 0);
+    QVERIFY(redo->isEnabled());
+    QCOMPARE(redo->text(), QStringLiteral("&Redo Remove course"));
+    QVERIFY(!undo->isEnabled());
+
+    redo->trigger();
+    QCOMPARE(procedure->GetNumCourses(), courses - 1);
+    QVERIFY(m_window->isWindowModified());
+    QCOMPARE(DifferentPixels(removed, Render()), 0);
+}
+
+void tst_ZYLStudioMainWindow::damagedFileIsReportedAndTheProgramStays() {
+    const QString file = m_dir.filePath(QStringLiteral("damaged.zyltp.json"));
+    {
+        QFile out(file);
+        QVERIFY(out.open(QIODevice::WriteOnly));
+        out.write(R"({"format": "zyltp-program", "version": 1, "procedures": [{"kind": )");
+    }
+    const ZYLTPProgram *program = m_session->GetProgram();
+    const QString title = m_window->windowTitle();
+    MessageBoxAnswerer answerer(QMessageBox::Ok);
+
+    QVERIFY(!m_window->OpenProgramFile(file));
+    QCOMPARE(answerer.Count(), 1);
+    QCOMPARE(answerer.Text(), m_session->GetErrorString());
+    QVERIFY2(answerer.Text().contains(QStringLiteral("damaged.zyltp.json")), qPrintable(answerer.Text()));
+    QCOMPARE(m_session->GetProgram(), program);
+    QCOMPARE(m_window->GetViewer()->GetEnvironment(), m_session->GetEditEnvironment());
+    QCOMPARE(m_window->windowTitle(), title);
+    QVERIFY(!m_window->GetRecentFiles()->GetFiles().contains(file));
+}
+
+void tst_ZYLStudioMainWindow::saveAsNamesTheWindowAndTheRecentFiles() {
+    RemoveCourse(0);
+    const QString file = m_dir.filePath(QStringLiteral("saved[*].zyltp.json"));
+    QVERIFY(m_window->SaveProgramAs(file));
+    QVERIFY(QFile::exists(file));
+    QVERIFY(!m_window->isWindowModified());
+    // A literal "[*]" in the file name is not taken for the modified marker.
+    QCOMPARE(m_window->windowTitle(), QStringLiteral("saved[*][*].zyltp.json[*] — zylstudio"));
+    QCOMPARE(m_window->GetRecentFiles()->GetFiles().value(0), QFileInfo(file).absoluteFilePath());
+
+    // Opened again from the file, the program has the course less.
+    const int courses = Procedure()->GetNumCourses();
+    QVERIFY(m_window->OpenProgramFile(file));
+    QCOMPARE(Procedure()->GetNumCourses(), courses);
+    QCOMPARE(m_session->GetProgramFileName(), QFileInfo(file).absoluteFilePath());
+}
+
+void tst_ZYLStudioMainWindow::goneRecentFileIsRemovedWithAMessage() {
+    const QString file = m_dir.filePath(QStringLiteral("gone.zyltp.json"));
+    QVERIFY(ZYLTPProgramFile::Save(*m_session->GetProgram(), file).isEmpty());
+    ZYLStudioRecentFiles *recent = m_window->GetRecentFiles();
+    recent->Add(file);
+    QVERIFY(QFile::remove(file));
+    QMenu *menu = m_window->findChild<QMenu *>(QStringLiteral("menuOpenRecent"));
+    QVERIFY(menu->isEnabled());
+    emit menu->aboutToShow();
+    QAction *entry = nullptr;
+    for (QAction *action : menu->actions())
+        if (action->data().toString() == QFileInfo(file).absoluteFilePath())
+            entry = action;
+    QVERIFY(entry);
+    const ZYLTPProgram *program = m_session->GetProgram();
+
+    MessageBoxAnswerer answerer(QMessageBox::Ok);
+    entry->trigger();
+    QCOMPARE(answerer.Count(), 1);
+    QVERIFY2(answerer.Text().contains(QStringLiteral("gone.zyltp.json")), qPrintable(answerer.Text()));
+    QVERIFY(!recent->GetFiles().contains(QFileInfo(file).absoluteFilePath()));
+    QCOMPARE(m_session->GetProgram(), program);
+}
+
+void tst_ZYLStudioMainWindow::unsavedEditsAreAskedAbout_data() {
+    QTest::addColumn<int>("answer");
+    QTest::addColumn<bool>("closed");
+    QTest::newRow("cancel keeps the program") << int(QMessageBox::Cancel) << false;
+    QTest::newRow("discard closes it") << int(QMessageBox::Discard) << true;
+}
+
+void tst_ZYLStudioMainWindow::unsavedEditsAreAskedAbout() {
+    QFETCH(int, answer);
+    QFETCH(bool, closed);
+    RemoveCourse(1);
+    const ZYLTPProgram *program = m_session->GetProgram();
+    MessageBoxAnswerer answerer(static_cast<QMessageBox::StandardButton>(answer));
+
+    QCOMPARE(m_window->CloseProgram(), closed);
+    QCOMPARE(answerer.Count(), 1);
+    QCOMPARE(answerer.Title(), QStringLiteral("Unsaved Changes"));
+    if (closed) {
+        QVERIFY(!m_session->GetProgram());
+        QVERIFY(!m_window->GetViewer()->GetEnvironment());
+        QCOMPARE(m_window->windowTitle(), QStringLiteral("zylstudio"));
+        QCOMPARE(m_window->GetSummaryText(), QStringLiteral("No program"));
+        QVERIFY(!Action("actionSave")->isEnabled());
+    } else {
+        QCOMPARE(m_session->GetProgram(), program);
+        QVERIFY(m_window->isWindowModified());
+    }
+}
+
+void tst_ZYLStudioMainWindow::runningCommandLocksHistoryAndFiles() {
+    RemoveCourse(2);
+    ZYLCmdController *controller = ZYLCmdController::GetController();
+    QVERIFY(controller->Trigger(QByteArrayLiteral("ZYLTPEditCourseCmd.Edit")));
+    QVERIFY(controller->GetCurrentCommand());
+    for (const char *name : {"actionUndo", "actionRedo", "actionOpen", "actionSave", "actionSaveAs", "actionClose"})
+        QVERIFY2(!Action(name)->isEnabled(), name);
+    QVERIFY(Action("actionQuit")->isEnabled());
+    QVERIFY(controller->Reject());
+    QVERIFY(Action("actionUndo")->isEnabled());
+    QVERIFY(Action("actionOpen")->isEnabled());
+
+    // Opening a file while a command without edits runs ends the command, then asks about
+    // the program's own unsaved edits.
+    const QString file = m_dir.filePath(QStringLiteral("running.zyltp.json"));
+    QVERIFY(ZYLTPProgramFile::Save(*m_session->GetProgram(), file).isEmpty());
+    QVERIFY(controller->Trigger(QByteArrayLiteral("ZYLTPEditCourseCmd.Edit")));
+    MessageBoxAnswerer answerer(QMessageBox::Discard);
+    QVERIFY(m_window->OpenProgramFile(file));
+    QCOMPARE(answerer.Title(), QStringLiteral("Unsaved Changes"));
+    QVERIFY(!controller->GetCurrentCommand());
+    QCOMPARE(m_session->GetProgramFileName(), QFileInfo(file).absoluteFilePath());
+}
+
+QTEST_MAIN(tst_ZYLStudioMainWindow)
+#include "tst_ZYLStudioMainWindow.moc"

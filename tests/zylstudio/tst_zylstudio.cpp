@@ -1,0 +1,158 @@
+// SPDX-License-Identifier: LicenseRef-ZYL-Proprietary
+// The zylstudio executable run as a user runs it, on the test's display: the screenshot of
+// the demo ply, a file that cannot be opened, usage errors, help and version, and a display
+// without OpenGL 3.3.
+#include <QDir>
+#include <QImage>
+#include <QProcess>
+#include <QProcessEnvironment>
+#include <QSet>
+#include <QTemporaryDir>
+#include <QTest>
+
+#ifndef ZYL_STUDIO_EXECUTABLE
+#error "ZYL_STUDIO_EXECUTABLE must name the zylstudio executable"
+#endif
+
+namespace {
+
+struct Run {
+    int exitCode = -1;
+    QString out;
+    QString err;
+};
+
+Run Start(const QStringList &arguments, const QProcessEnvironment &environment = QProcessEnvironment::systemEnvironment()) {
+    QProcess process;
+    process.setProcessEnvironment(environment);
+    process.start(QStringLiteral(ZYL_STUDIO_EXECUTABLE), arguments);
+    Run run;
+    if (!process.waitForFinished(180000)) {
+        process.kill();
+        process.waitForFinished();
+        run.err = QStringLiteral("zylstudio did not finish");
+        return run;
+    }
+    run.exitCode = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -2;
+    run.out = QString::fromLocal8Bit(process.readAllStandardOutput());
+    run.err = QString::fromLocal8Bit(process.readAllStandardError());
+    return run;
+}
+
+int CountColours(const QImage &image) {
+    QSet<QRgb> colours;
+    const QImage rgb = image.convertToFormat(QImage::Format_RGB32);
+    for (int y = 0; y < rgb.height(); y += 3)
+        for (int x = 0; x < rgb.width(); x += 3)
+            colours.insert(rgb.pixel(x, y));
+    return int(colours.size());
+}
+
+} // namespace
+
+class tst_zylstudio : public QObject {
+    Q_OBJECT
+private slots:
+    void initTestCase();
+    void screenshotOfTheDemoPly();
+    void screenshotOfAFileThatCannotBeOpened_data();
+    void screenshotOfAFileThatCannotBeOpened();
+    void screenshotThatCannotBeWritten();
+    void commandLine_data();
+    void commandLine();
+    void withoutOpenGL33();
+
+private:
+    QTemporaryDir m_dir;
+};
+
+void tst_zylstudio::initTestCase() {
+    QVERIFY(m_dir.isValid());
+    QVERIFY2(QFile::exists(QStringLiteral(ZYL_STUDIO_EXECUTABLE)), ZYL_STUDIO_EXECUTABLE);
+}
+
+void tst_zylstudio::screenshotOfTheDemoPly() {
+    const QString shot = m_dir.filePath(QStringLiteral("demo.png"));
+    const Run run = Start({QStringLiteral("--screenshot"), shot});
+    QVERIFY2(run.exitCode == 0, qPrintable(run.err));
+    QImage image;
+    QVERIFY(image.load(shot, "PNG"));
+    QVERIFY2(image.width() >= 1000 && image.height() >= 600,
+             qPrintable(QStringLiteral("%1 x %2").arg(image.width()).arg(image.height())));
+    // Menus, tool bar icons, the gradient and the ply: a blank or black window has a handful.
+    QVERIFY2(CountColours(image) > 200, qPrintable(QString::number(CountColours(image))));
+    // The 3-D view in the middle of the window is drawn, not left black.
+    const QImage centre = image.copy(image.width() / 3, image.height() / 3, image.width() / 3, image.height() / 3);
+    QVERIFY2(CountColours(centre) > 50, qPrintable(QString::number(CountColours(centre))));
+}
+
+void tst_zylstudio::screenshotOfAFileThatCannotBeOpened_data() {
+    QTest::addColumn<QByteArray>("content");
+    QTest::newRow("missing") << QByteArray();
+    QTest::newRow("damaged") << QByteArray(R"({"format": "zyltp-program", "version": 1, "procedures": [)");
+}
+
+void tst_zylstudio::screenshotOfAFileThatCannotBeOpened() {
+    QFETCH(QByteArray, content);
+    const QString file = m_dir.filePath(QStringLiteral("%1.zyltp.json").arg(QTest::currentDataTag()));
+    if (!content.isEmpty()) {
+        QFile out(file);
+        QVERIFY(out.open(QIODevice::WriteOnly));
+        out.write(content);
+    }
+    const QString shot = m_dir.filePath(QStringLiteral("bad-%1.png").arg(QTest::currentDataTag()));
+    const Run run = Start({file, QStringLiteral("--screenshot"), shot});
+    QCOMPARE(run.exitCode, 1);
+    // The located message names the file; the studio still came up, on an empty session.
+    QVERIFY2(run.err.contains(QFileInfo(file).fileName()), qPrintable(run.err));
+    QVERIFY(QImage(shot).width() > 0);
+}
+
+void tst_zylstudio::screenshotThatCannotBeWritten() {
+    const QString shot = m_dir.filePath(QStringLiteral("no/such/folder/shot.png"));
+    const Run run = Start({QStringLiteral("--screenshot"), shot});
+    QCOMPARE(run.exitCode, 1);
+    QVERIFY2(run.err.contains(QStringLiteral("shot.png")), qPrintable(run.err));
+}
+
+void tst_zylstudio::commandLine_data() {
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<int>("exitCode");
+    QTest::addColumn<QString>("out");
+    QTest::addColumn<QString>("err");
+    QTest::newRow("version") << QStringList{"--version"} << 0 << "zylstudio " ZYL_STUDIO_VERSION << QString();
+    QTest::newRow("help") << QStringList{"--help"} << 0 << "--screenshot" << QString();
+    QTest::newRow("unknown option") << QStringList{"--fast"} << 2 << QString() << "fast";
+    QTest::newRow("two files") << QStringList{"a.zyltp.json", "b.zyltp.json"} << 2 << QString() << "Usage";
+    QTest::newRow("picture format") << QStringList{"--screenshot", "x.txt"} << 2 << QString() << "x.txt";
+}
+
+void tst_zylstudio::commandLine() {
+    QFETCH(QStringList, arguments);
+    QFETCH(int, exitCode);
+    QFETCH(QString, out);
+    QFETCH(QString, err);
+    // Help and version need no display.
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    if (exitCode == 0)
+        environment.remove(QStringLiteral("DISPLAY"));
+    const Run run = Start(arguments, environment);
+    QCOMPARE(run.exitCode, exitCode);
+    QVERIFY2(run.out.contains(out), qPrintable(run.out));
+    QVERIFY2(run.err.contains(err), qPrintable(run.err));
+}
+
+void tst_zylstudio::withoutOpenGL33() {
+    // Mesa then offers at most OpenGL 3.0, as an old driver would.
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("MESA_GL_VERSION_OVERRIDE"), QStringLiteral("3.0"));
+    environment.insert(QStringLiteral("MESA_GLSL_VERSION_OVERRIDE"), QStringLiteral("130"));
+    const QString shot = m_dir.filePath(QStringLiteral("nogl.png"));
+    const Run run = Start({QStringLiteral("--screenshot"), shot}, environment);
+    QCOMPARE(run.exitCode, 1);
+    QVERIFY2(run.err.contains(QStringLiteral("OpenGL 3.3")), qPrintable(run.err));
+    QVERIFY(!QFile::exists(shot));
+}
+
+QTEST_GUILESS_MAIN(tst_zylstudio)
+#include "tst_zylstudio.moc"
