@@ -220,12 +220,18 @@ void tst_ZYLStudioToolBars::unloadingRemovesAndLoadingBringsBack() {
     QVERIFY(m_session->Start());
     QTRY_COMPARE(Count(*m_bars), 28);
     QCOMPARE(Keys(menu.actions()), full);
-    // The new actions show what the module persisted, and follow its new settings object.
-    QVERIFY(Action("HideLayingPoints")->isChecked());
-    QVERIFY(Action("ViewRoller")->isChecked());
+    // The new actions show the new settings object (a new graphics manager resets the view
+    // modes, the switches persist) and follow it.
     m_settings = ModuleViewSettings();
+    QVERIFY(m_settings);
+    const QString layingMode = m_settings->property("viewLayingPointsMode").toString();
+    QVERIFY(Action(layingMode)->isChecked());
+    QCOMPARE(Action("HideLayingPoints")->isChecked(), layingMode == "HideLayingPoints");
+    QVERIFY(Action("ViewRoller")->isChecked());
     QVERIFY(m_settings->setProperty("viewRoller", false));
     QVERIFY(!Action("ViewRoller")->isChecked());
+    QVERIFY(m_settings->setProperty("viewLayingPointsMode", QStringLiteral("ViewLayingPointsWithAllAxes")));
+    QVERIFY(Action("ViewLayingPointsWithAllAxes")->isChecked());
 }
 
 QTEST_MAIN(tst_ZYLStudioToolBars)
