@@ -461,6 +461,11 @@ ZYLCompTowMask ZYLTPTowCourse::GetUsedMask() const
     return used;
 }
 
+int ZYLTPTowCourse::GetNumTows() const
+{
+    return std::max({m_numTows, GetUsedMask().GetLastTow() + 1, 1});
+}
+
 QList<double> ZYLTPTowCourse::GetTowLengths() const
 {
     QList<double> lengths(GetUsedMask().GetLastTow() + 1, 0.0);

@@ -148,17 +148,57 @@ public:
     void SetRangeFeedRate(const ZYLTPOnPartPoint *start, const ZYLTPOnPartPoint *end, double feedRate);
 
     // Editing
-    /// Turns the course round: it is then laid from its old end to its old start. Points,
-    /// on-part trajectories with their tilts, feed rates and tow masks, roll-in and roll-out,
-    /// approach and retract and break ranges are all turned round, so the course lays the
-    /// same tows over the same stretches; each tool frame's laying direction flips. With
-    /// `keepLinks` the links that touch the course stay and join its new ends, otherwise they
-    /// are removed. Recorded; undo gives back the same objects.
+    /// Turns the course round: it is then laid from its old end to its old start, the same
+    /// tows over the same stretches with the tool in the same physical pose.
+    /// - Points: in reverse order, as new point data (views of the old data stay with the
+    ///   edit, so undo gives them back); each untilted frame's laying and side directions
+    ///   flip, the normal stays.
+    /// - On-part trajectories: the same objects in reverse order. Values belong to the
+    ///   stretch between a trajectory's first point and the next one's, so each keeps its
+    ///   stretch: the old roll-out trajectory becomes the roll-in one and the other way
+    ///   round, and the first and last tow trajectories gain and lose one point. A last tow
+    ///   trajectory that covers only the last tow point lays nothing and has no stretch to
+    ///   keep: it is dropped (kept by the edit for undo), and that point takes the values of
+    ///   the stretch it ends.
+    /// - Tilts change sign, so that the tool axis keeps its physical direction over each
+    ///   stretch (tilts are usually set to clear collisions, which depend on the pose, not on
+    ///   the travel direction).
+    /// - Tows: with the side direction flipped, tow t is then tow n - 1 - t (n =
+    ///   `ZYLTPTowCourse::GetNumTows()`, fixed by the first reversal): tow masks, forced masks
+    ///   and forced rates are mirrored; feed rates and compaction forces are kept.
+    /// - Roll-in and roll-out distances swap, and so do the approach and retract angles and
+    ///   lengths.
+    /// - Break ranges map to [L - end, L - start] and their list is reversed, so that they
+    ///   stay in laying order.
+    /// With `keepLinks` the course's incoming and outgoing links stay and join its new ends
+    /// (links follow the ends of the courses they join); otherwise they are removed.
+    /// Reversing twice gives back the same course. Recorded, in the open transaction
+    /// (`ZYLSysException` when none is open, changing nothing).
     void Reverse(bool keepLinks = true);
     /// Splits the course at `breakRange`, one of its own break ranges, into this course and a
-    /// new one placed right after it in the stored list and the laying order, and returns
-    /// the new course. Throws `ZYLSysException`, changing nothing, for a null range or a range
-    /// of another course.
+    /// new one of the same class, machine configuration, feed rates and instructions, placed
+    /// right after it in the stored list (later indexes shift by one) and in the laying
+    /// order, and returns the new course.
+    /// - The split point is the tow point nearest the middle of the range (the earlier one
+    ///   on a tie). This course ends there, the new one starts there: both lay it.
+    /// - This course keeps its approach, roll-in and roll-out distance, and gets a new
+    ///   roll-out trajectory and a new retract trajectory with the values of its old ones; the
+    ///   new course takes over the old roll-out and retract trajectories and gets a new
+    ///   approach and roll-in trajectory with the values of this course's and the roll-in
+    ///   distance of this course.
+    /// - A trajectory running across the split point is cut there; its piece after the point
+    ///   is a new trajectory with the same values; trajectories after the point move to the
+    ///   new course. Tilts, masks and rates are kept on both sides.
+    /// - Break ranges: `breakRange` is removed; the ranges whose middle lies after the split
+    ///   point move to the new course, shifted to its arc lengths; the others stay. Ranges
+    ///   are clipped to the course they end up in.
+    /// - Links: the link leaving this course (course or retract link) then leaves the new
+    ///   course. If there was one, a new link of the procedure's default strategy joins this
+    ///   course to the new one, so that the chain stays whole; without one, the two are left
+    ///   unlinked.
+    /// Throws `ZYLSysException`, changing nothing, for a null range, a range of another
+    /// course, or a split point that would leave either piece with fewer than two tow points.
+    /// Recorded; undo gives back the same objects.
     ZYLTPCourse *Break(const ZYLTPBreakRange *breakRange);
     /// Corrects the tool frames of the points [from, to) (null `to`: to the end of the
     /// course) by tilting the tool, so that no collision point of the machine comes closer
@@ -202,6 +242,11 @@ private:
                               const std::vector<const ZYLTPTrajectory *> &created);
     void MoveEndPoint(bool rollIn, double distance);
     int FindOnPartTrajectory(int pointIndex) const;
+    // Editing the course as a whole (ZYLTPCourseEdit.cpp).
+    std::unique_ptr<ZYLTPCourse> CreateSibling() const;
+    int FindNearestTowPoint(double arcLength) const;
+    std::vector<std::pair<double, double>> PlanBreakRanges(double length, double &smallestLength) const;
+    void SetBreakRanges(const std::vector<std::pair<double, double>> &ranges);
 
     ZYLTPRollLayupProcedure *m_procedure;
     const ZYLTPMachineConfiguration *m_configuration;

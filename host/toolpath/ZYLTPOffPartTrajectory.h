@@ -46,6 +46,8 @@ protected:
 
 private:
     friend class ZYLTPProgramBuilder;
+    // Reversing a course swaps the approach and retract parameters.
+    friend class ZYLTPCourse;
     double m_angle;
     double m_length;
     mutable quint64 m_revision = 0;

@@ -2,6 +2,7 @@
 #include "ZYLTPRollLayupProcedure.h"
 
 #include "ZYLTPApproachTrajectory.h"
+#include "ZYLTPAtomicEdit.h"
 #include "ZYLTPCheck.h"
 #include "ZYLTPCourse.h"
 #include "ZYLTPCustomCourseLink.h"
@@ -194,6 +195,80 @@ void ZYLTPRollLayupProcedure::ReverseLayingOrder()
     ZYLTPProcedureLink *approach = m_approachLink;
     ZYLFeatRecorder::SetValue(m_approachLink, m_retractLink);
     ZYLFeatRecorder::SetValue(m_retractLink, approach);
+    ZYLTPModelRevision::Record();
+}
+
+void ZYLTPRollLayupProcedure::ReverseOddCourses()
+{
+    ZYLTPAtomicEdit(QT_TR_NOOP("Reversing courses"), [this] {
+        for (size_t p = 1; p < m_order.size(); p += 2)
+            m_courses[size_t(m_order[p])]->Reverse(true);
+    });
+}
+
+void ZYLTPRollLayupProcedure::ReverseAllCourses()
+{
+    ZYLTPAtomicEdit(QT_TR_NOOP("Reversing courses"), [this] {
+        for (const auto &course : m_courses)
+            course->Reverse(true);
+    });
+}
+
+void ZYLTPRollLayupProcedure::BreakAllCourses(double length)
+{
+    ZYLTPCheck::Range(length, 0.0, ZYLTPCheck::Infinity, false, false, ZYLSysValue::Length);
+    ZYLFeatRecorder::RequireTransaction(QT_TR_NOOP("Making break ranges"));
+    // Every course is planned before the first change, so that a length one course cannot
+    // take changes nothing at all.
+    std::vector<std::pair<ZYLTPCourse *, std::vector<std::pair<double, double>>>> plans;
+    double smallest = 0.0;
+    bool refused = false;
+    for (const auto &course : m_courses) {
+        double courseSmallest = 0.0;
+        std::vector<std::pair<double, double>> ranges = course->PlanBreakRanges(length, courseSmallest);
+        smallest = std::max(smallest, courseSmallest);
+        if (course->GetLength() <= length)
+            continue;
+        refused = refused || ranges.empty();
+        plans.emplace_back(course.get(), std::move(ranges));
+    }
+    if (refused)
+        throw ZYLSysOutOfBoundsException(length, smallest, ZYLTPCheck::Infinity, true, false, ZYLSysValue::Length);
+    ZYLTPAtomicEdit(QT_TR_NOOP("Making break ranges"), [&plans] {
+        for (const auto &[course, ranges] : plans)
+            course->SetBreakRanges(ranges);
+    });
+}
+
+void ZYLTPRollLayupProcedure::InsertCourseAfter(const ZYLTPCourse *course, std::unique_ptr<ZYLTPCourse> piece)
+{
+    // The piece takes index + 1: later indexes shift by one, in the laying order too, where
+    // the piece is laid right after the course.
+    const int index = GetCourseIndex(course);
+    std::vector<int> order;
+    order.reserve(m_order.size() + 1);
+    for (int i : m_order) {
+        order.push_back(i > index ? i + 1 : i);
+        if (i == index)
+            order.push_back(index + 1);
+    }
+    ZYLFeatMakeRoom(m_courses);
+    ZYLFeatRecorder::Insert(m_courses, index + 1, std::move(piece));
+    ZYLFeatRecorder::SetValue(m_order, std::move(order));
+    ZYLTPModelRevision::Record();
+}
+
+void ZYLTPRollLayupProcedure::RelinkBrokenCourse(ZYLTPCourse *course, ZYLTPCourse *piece)
+{
+    const ZYLTPCourseLink *out = course->m_outLink;
+    if (!out)
+        return;
+    const auto it = std::find_if(m_links.begin(), m_links.end(), [out](const auto &l) { return l.get() == out; });
+    ZYLTPCourseLink *link = it->get();
+    ZYLFeatRecorder::SetValue(course->m_outLink, nullptr);
+    ZYLFeatRecorder::SetValue(piece->m_outLink, out);
+    SetLinkEnds(link, piece, link->GetToCourse());
+    AttachLink(MakeLink(course, piece, m_defaultStrategy), true);
     ZYLTPModelRevision::Record();
 }
 

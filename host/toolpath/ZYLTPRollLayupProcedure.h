@@ -68,13 +68,24 @@ public:
     void RemoveCourse(const ZYLTPCourse *course);
     void ReverseLayingOrder();
     /// Reverses the courses at odd laying positions (1, 3, 5, ...), so that consecutive
-    /// courses run in opposite directions when they all ran alike; links are kept.
+    /// courses run in opposite directions when they all ran alike; links are kept (see
+    /// `ZYLTPCourse::Reverse`). Recorded as one edit: nothing changes if any part fails.
     void ReverseOddCourses();
-    /// Reverses every course; links are kept.
+    /// Reverses every course; links are kept. Recorded as one edit.
     void ReverseAllCourses();
-    /// Makes break ranges in every course longer than `length` (> 0 mm) so that breaking at
-    /// all of them leaves no piece longer than `length`; see the source for where they go.
-    /// Throws `ZYLSysOutOfBoundsException` for a length <= 0.
+    /// Makes break ranges (it does not break): every course longer than `length` (> 0 mm)
+    /// gets, in place of its break ranges, n - 1 ranges centred at the points dividing its
+    /// tow stretch (first to last tow point) into n equal pieces, so that breaking at all of
+    /// them leaves no course longer than `length`. Each piece gets a roll-in and a roll-out
+    /// and is cut at a tow point (within half a point spacing of the division point), so n
+    /// is the smallest count from ceil(L / length) up with roll-in + roll-out + S / n + h <=
+    /// `length` (L the course length, S the tow stretch, h the largest spacing of its tow
+    /// points). Each range is min(50 mm, a tenth of a piece) wide, centred on its point.
+    /// Courses not longer than `length` keep their ranges.
+    /// Throws `ZYLSysOutOfBoundsException`, changing nothing, for a length <= 0, and for a
+    /// length that a course longer than it cannot be broken down to that way (pieces must
+    /// stay longer than h, so that each keeps two tow points): its range then starts at the
+    /// smallest length every course allows.
     void BreakAllCourses(double length);
 
     // Links
@@ -154,7 +165,12 @@ public:
 
 private:
     friend class ZYLTPProgramBuilder;
+    friend class ZYLTPCourse;
     ZYLTPRollLayupProcedure(ZYLTPProgram *program, const QString &name, const QString &description);
+    // Breaking a course: puts the new piece right after `course` in the stored list and the
+    // laying order, then hands the link leaving `course` to it and joins the two.
+    void InsertCourseAfter(const ZYLTPCourse *course, std::unique_ptr<ZYLTPCourse> piece);
+    void RelinkBrokenCourse(ZYLTPCourse *course, ZYLTPCourse *piece);
     struct Lookup;
     const Lookup &GetLookup() const;
     void CheckCourse(const ZYLTPCourse *course) const;

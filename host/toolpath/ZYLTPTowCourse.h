@@ -15,12 +15,22 @@ class ZYLTPTowPoint;
 /// Material: `GetTowLengths()` gives, for each tow index from 0 to the highest tow used, the
 /// length laid with that tow (the sum of the lengths of the tow trajectories whose mask has
 /// it); `GetMaterialUsage()` is their sum; `GetUsedMask()` the union of the tow masks.
+///
+/// Width in tows: `GetNumTows()` is the number of tows side by side across the course, tow 0
+/// on the side of minus the side direction (see `ZYLTPCourse::GetPointFrame`) and the tip
+/// point in the middle of the band. The machine head carries no tow count in this model, so
+/// a course takes the width its masks span (highest tow used + 1, as a program file writes
+/// it) until an edit that depends on it fixes it: reversing mirrors tow t to tow
+/// `GetNumTows() - 1 - t` and keeps the width, so that a course whose lowest tows are unused
+/// turns back onto the same tows; breaking gives both pieces the width of the course.
 class ZYLTOOLPATH_EXPORT ZYLTPTowCourse : public ZYLTPCourse {
     Q_OBJECT
 public:
     ~ZYLTPTowCourse() override;
 
     ZYLCompTowMask GetUsedMask() const;
+    /// Returns the width of the course in tows (at least 1; see the class comment).
+    int GetNumTows() const;
     QList<double> GetTowLengths() const;
     double GetMaterialUsage() const;
 
@@ -34,5 +44,8 @@ public:
 
 private:
     friend class ZYLTPProgramBuilder;
+    friend class ZYLTPCourse;
     ZYLTPTowCourse(ZYLTPRollLayupProcedure *procedure, const ZYLTPMachineConfiguration *configuration);
+    // The fixed width in tows; 0 while the width follows the masks.
+    int m_numTows = 0;
 };

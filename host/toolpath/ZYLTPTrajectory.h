@@ -39,5 +39,7 @@ protected:
     explicit ZYLTPTrajectory(const ZYLTPCourse *course) : m_course(course) {}
 
 private:
+    // Breaking a course hands trajectories over to the new piece.
+    friend class ZYLTPCourse;
     const ZYLTPCourse *m_course;
 };
