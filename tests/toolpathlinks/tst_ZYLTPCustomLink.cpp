@@ -5,6 +5,7 @@
 #include "ZYLTPLinkTestUtil.h"
 
 #include "ZYLTPApproachTrajectory.h"
+#include "ZYLTPBreakRange.h"
 #include "ZYLTPCustomCourseLink.h"
 #include "ZYLTPProcedureLink.h"
 #include "ZYLTPRetractTrajectory.h"
@@ -37,6 +38,7 @@ private slots:
     void endsFollowCourses_data();
     void endsFollowCourses();
     void turnedRound();
+    void followsReversedAndBrokenCourse();
     void saveAndLoad();
 };
 
@@ -409,6 +411,28 @@ void tst_ZYLTPCustomLink::turnedRound()
     t.container.Undo();
     QCOMPARE(t.Bytes(), edited);
     QCOMPARE(ZYLTPPointsOf(t.link), t.points);
+}
+
+void tst_ZYLTPCustomLink::followsReversedAndBrokenCourse()
+{
+    Fixture t;
+    const ZYLTPBreakRange *range = t.builder.AddBreakRange(t.courses[0], 40, 60);
+    const QList<double> interior = Tips(t.link).mid(3, 15);
+    const QByteArray bytes = t.Bytes();
+    t.Open();
+    t.courses[1]->Reverse(true);
+    const ZYLTPCourse *piece = t.courses[0]->Break(range);
+    t.Commit();
+    // The link now leaves the second piece of course 0 and still joins course 1's new start.
+    QCOMPARE(t.link->GetFromCourse(), piece);
+    QCOMPARE(ZYLTPPointsOf(t.link), t.points);
+    QVERIFY(ZYLTPNear(t.points[0]->GetAxis(), piece->GetRetractTrajectory()->GetFarFrame()));
+    QVERIFY(ZYLTPNear(t.points[6]->GetAxis(), t.courses[1]->GetApproachTrajectory()->GetFarFrame()));
+    QVERIFY(ZYLTPNear(t.points[6]->GetTipPoint(), ZYLMathPoint(110, 50, 20)));
+    QVERIFY(NearAll(Tips(t.link).mid(3, 15), interior));
+    t.container.Undo();
+    QCOMPARE(t.Bytes(), bytes);
+    QCOMPARE(t.link->GetFromCourse(), t.courses[0]);
 }
 
 void tst_ZYLTPCustomLink::saveAndLoad()
