@@ -5,12 +5,12 @@
 #include "ZYLTPOnPartPoint.h"
 
 #include "ZYLGeoSurface.h"
-#include "ZYLMathBoundingBox.h"
 #include "ZYLSysException.h"
 
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <optional>
 #include <vector>
 
 namespace {
@@ -28,27 +28,29 @@ struct Sphere {
     double anchorDistance = -1.0;
 };
 
-// Warm-start feet left by the checkers of one thread, most recently used last. A handful
-// is enough for callers that alternate between a few sphere lists.
-struct CachedFeet {
+// Query state left by the checkers of one thread, most recently used last. A handful is
+// enough for callers that alternate between a few sphere lists.
+struct CachedState {
     const ZYLGeoSurface *surface = nullptr;
+    double sign = 1.0;
     ZYLTPCollisionChecker::Spheres spheres;
-    std::vector<ZYLGeoSurfaceFoot> feet;
-    std::vector<bool> hasFoot;
+    std::vector<Sphere> state;
+    // The surface's domain and its point at the domain's centre when the state was made:
+    // a new surface made at the address of a deleted one does not match them.
+    ZYLGeoSurface::Domain domain;
+    ZYLMathPoint witness;
 };
-constexpr size_t MaxCachedFeet = 4;
-thread_local std::vector<CachedFeet> threadFeet;
+constexpr size_t MaxCachedStates = 4;
+thread_local std::vector<CachedState> threadStates;
 
-double SquaredDistanceToBox(const ZYLMathBoundingBox &box, const ZYLMathPoint &q)
+bool SameDomain(const ZYLGeoSurface::Domain &a, const ZYLGeoSurface::Domain &b)
 {
-    double sum = 0.0;
-    for (int i = 0; i < 3; ++i) {
-        const double below = box.GetMin()[i] - q[i];
-        const double above = q[i] - box.GetMax()[i];
-        const double outside = std::max({below, above, 0.0});
-        sum += outside * outside;
-    }
-    return sum;
+    return a.uMin == b.uMin && a.uMax == b.uMax && a.vMin == b.vMin && a.vMax == b.vMax;
+}
+
+ZYLMathPoint Witness(const ZYLGeoSurface &surface, const ZYLGeoSurface::Domain &domain)
+{
+    return surface.Evaluate(0.5 * (domain.uMin + domain.uMax), 0.5 * (domain.vMin + domain.vMax));
 }
 
 } // namespace
@@ -57,14 +59,14 @@ struct ZYLTPCollisionChecker::Data {
     const ZYLGeoSurface *surface = nullptr;
     double sign = 1.0;
     ZYLGeoSurface::Domain domain;
-    ZYLMathBoundingBox box;
     std::vector<Sphere> spheres;
     int lastColliding = -1;
     WarmStart warmStart = WarmStart::Own;
     Spheres key;
+    std::optional<ZYLMathPoint> witness;
 
     double Distance(Sphere &sphere, const ZYLMathPoint &q) const;
-    bool IsClear(Sphere &sphere, const ZYLMathPoint &q, double tolerance, const ZYLMathAxis &frame) const;
+    bool IsClear(Sphere &sphere, const ZYLMathPoint &q, double tolerance) const;
 };
 
 double ZYLTPCollisionChecker::Data::Distance(Sphere &sphere, const ZYLMathPoint &q) const
@@ -84,8 +86,7 @@ double ZYLTPCollisionChecker::Data::Distance(Sphere &sphere, const ZYLMathPoint 
     return distance;
 }
 
-bool ZYLTPCollisionChecker::Data::IsClear(Sphere &sphere, const ZYLMathPoint &q, double tolerance,
-                                          const ZYLMathAxis &frame) const
+bool ZYLTPCollisionChecker::Data::IsClear(Sphere &sphere, const ZYLMathPoint &q, double tolerance) const
 {
     const double needed = sphere.radius + tolerance;
     if (sphere.anchorDistance > 0.0) {
@@ -93,10 +94,6 @@ bool ZYLTPCollisionChecker::Data::IsClear(Sphere &sphere, const ZYLMathPoint &q,
         if (slack > 0.0 && q.GetSquaredDistanceTo(sphere.anchor) < slack * slack)
             return true;
     }
-    // A sphere beyond the surface's box on the head's side of the tool cannot reach the part.
-    if (SquaredDistanceToBox(box, q) > needed * needed
-        && sign * (q - frame.GetOrigin()).Dot(frame.GetThirdDirection()) >= 0.0)
-        return true;
     return Distance(sphere, q) - sphere.radius >= tolerance;
 }
 
@@ -121,19 +118,19 @@ ZYLTPCollisionChecker::ZYLTPCollisionChecker(const ZYLGeoSurface *surface, bool 
     d->surface = surface;
     d->sign = direction ? 1.0 : -1.0;
     d->domain = surface->GetDomain();
-    d->box = surface->GetBoundingBox();
     d->warmStart = warmStart;
     if (warmStart != WarmStart::Thread)
         return;
     d->key = spheres;
-    for (auto it = threadFeet.begin(); it != threadFeet.end(); ++it) {
-        if (it->surface != surface || it->spheres != spheres)
+    for (auto it = threadStates.begin(); it != threadStates.end(); ++it) {
+        if (it->surface != surface || it->sign != d->sign || it->spheres != spheres)
             continue;
-        for (size_t k = 0; k < d->spheres.size(); ++k) {
-            d->spheres[k].foot = it->feet[k];
-            d->spheres[k].hasFoot = it->hasFoot[k];
+        if (SameDomain(it->domain, d->domain) && Witness(*surface, d->domain) == it->witness) {
+            // Equal sphere lists: the stored spheres have the same centres and radii.
+            d->spheres = std::move(it->state);
+            d->witness = it->witness;
         }
-        threadFeet.erase(it);
+        threadStates.erase(it);
         break;
     }
 }
@@ -142,19 +139,19 @@ ZYLTPCollisionChecker::~ZYLTPCollisionChecker()
 {
     if (d->warmStart != WarmStart::Thread)
         return;
-    CachedFeet entry;
+    CachedState entry;
     entry.surface = d->surface;
+    entry.sign = d->sign;
     entry.spheres = std::move(d->key);
-    for (const Sphere &sphere : d->spheres) {
-        entry.feet.push_back(sphere.foot);
-        entry.hasFoot.push_back(sphere.hasFoot);
-    }
-    std::erase_if(threadFeet, [&](const CachedFeet &other) {
-        return other.surface == entry.surface && other.spheres == entry.spheres;
+    entry.state = std::move(d->spheres);
+    entry.domain = d->domain;
+    entry.witness = d->witness ? *d->witness : Witness(*d->surface, d->domain);
+    std::erase_if(threadStates, [&](const CachedState &other) {
+        return other.surface == entry.surface && other.sign == entry.sign && other.spheres == entry.spheres;
     });
-    if (threadFeet.size() >= MaxCachedFeet)
-        threadFeet.erase(threadFeet.begin());
-    threadFeet.push_back(std::move(entry));
+    if (threadStates.size() >= MaxCachedStates)
+        threadStates.erase(threadStates.begin());
+    threadStates.push_back(std::move(entry));
 }
 
 void ZYLTPCollisionChecker::CheckTolerance(double tolerance)
@@ -171,7 +168,7 @@ bool ZYLTPCollisionChecker::Collides(const ZYLMathAxis &toolFrame, double tolera
 {
     const auto collides = [&](int k) {
         Sphere &s = d->spheres[size_t(k)];
-        if (d->IsClear(s, toolFrame.ToGlobal(s.centre), tolerance, toolFrame))
+        if (d->IsClear(s, toolFrame.ToGlobal(s.centre), tolerance))
             return false;
         d->lastColliding = k;
         if (sphere)

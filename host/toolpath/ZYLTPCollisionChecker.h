@@ -30,21 +30,22 @@ class ZYLGeoSurface;
 /// at a tolerance when some sphere's clearance is below the tolerance.
 ///
 /// Speed. Every sphere keeps the foot of its last query as the start of the next (a warm
-/// start), and two bounds avoid a query altogether:
-/// - a sphere whose centre is farther than its radius plus the tolerance from the surface's
-///   bounding box, on the working side of the plane through the tip normal to the tool axis,
-///   is clear;
-/// - a sphere whose last query found it in front of the surface at a distance D (foot inside
-///   the surface) is clear while its centre stays within D minus radius minus tolerance of
-///   that query's centre, since the distance to a surface changes no faster than the point
-///   moves and the centre cannot reach the back of the part without crossing it.
-/// The bounds and warm starts change only the time a check takes, never its answer.
+/// start), and a bound avoids most queries of spheres well clear of the part: a sphere whose
+/// last query found it in front of the surface at a distance D (foot inside the surface) is
+/// clear while its centre stays within D minus radius minus tolerance of that query's
+/// centre, since the distance to a surface changes no faster than the point moves and the
+/// centre cannot reach the back of the part without crossing it. No bound is taken from the
+/// surface's bounding box: a centre outside the box may still lie behind the part (under a
+/// plate, for one), and the box cannot tell. The bound and warm starts change only the time
+/// a check takes, never its answer.
 ///
-/// Checkers made with `WarmStart::Thread` take the warm-start feet that an earlier such
-/// checker of the calling thread left for the same surface and the same spheres, and leave
-/// theirs when destroyed, so that a caller checking one point at a time still gets warm
-/// starts. Only feet are shared: a foot is a starting guess and cannot make a check wrong,
-/// even for another surface that came to live at the same address.
+/// Checkers made with `WarmStart::Thread` take up the query state (feet and bounds) that an
+/// earlier such checker of the calling thread left for the same surface, side and spheres,
+/// and leave theirs when destroyed, so that a caller checking one point at a time (as the
+/// editing module does) gets warm starts and skipped queries too. The state is taken only
+/// when the surface still has the domain and the point at its centre it had when the state
+/// was made, so that a new surface made at the address of a deleted one does not inherit
+/// bounds that belong to another shape.
 ///
 /// Tool frames follow the model: `TiltFrame` turns an untilted frame (laying direction, side
 /// direction, surface normal) by a side tilt about the laying direction and then by a forward

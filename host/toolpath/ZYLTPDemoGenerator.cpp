@@ -168,12 +168,15 @@ private:
         const double diameters[2] = {60.0, 80.0};
         for (int r = 0; r < 2; ++r) {
             m_rollers[r] = m_builder.AddRoller(Tr("Roller %1").arg(r + 1), widths[r], diameters[r]);
-            // Roller edges: spheres 4 mm clear of a flat part, at both ends of the roller.
-            const double y = widths[r] / 2 - 4.0;
+            // The roller's fork: spheres beside both ends of the roller at axle height, 18 or
+            // 28 mm clear of a flat part with the tool upright (so clear at the usual 10 mm
+            // tolerance on the gently curved panel), brought down into the part by a side
+            // tilt of about 0.4 rad.
+            const double y = widths[r] / 2 + 10.0;
             QList<std::pair<ZYLMathPoint, double>> points;
-            for (double x : {-8.0, 8.0})
+            for (double x : {-10.0, 10.0})
                 for (double side : {-1.0, 1.0})
-                    points.append({ZYLMathPoint(x, side * y, 12.0), 8.0});
+                    points.append({ZYLMathPoint(x, side * y, diameters[r] / 2), 12.0});
             m_builder.SetCollisionPoints(m_rollers[r], points);
         }
     }
@@ -223,7 +226,8 @@ private:
             masks[size_t(i)] = mask;
         }
 
-        // A few stretches tilted far to the side, so that a roller edge dips into the part.
+        // A few stretches tilted far to the side, so that the roller's fork comes too close to
+        // the part: the collisions a check at 10 mm finds, and that tilting back clears.
         const int courseIndex = m_procedure->GetNumCourses();
         int tiltStart = -1, tiltEnd = -1;
         if (m_p.collisions && courseIndex % 11 == 3 && count >= 20) {

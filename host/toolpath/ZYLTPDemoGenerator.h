@@ -20,9 +20,12 @@
 /// course. Some courses have break ranges; consecutive courses are linked (mostly straight
 /// links, safety plane links between plies, a few custom links) with approach and retract
 /// links at the ends. The machine configuration is a head and two rollers with collision
-/// spheres in the tool frame (roller edge spheres near the tip, head body spheres higher up
-/// and behind). A few stretches carry a strong side tilt on purpose, so that a roller edge
-/// reaches into the surface and collision checking has something to find. An inspection
+/// spheres in the tool frame (roller fork spheres beside the roller ends at axle height, head
+/// body spheres higher up and behind), all clear of the panel by more than 10 mm with the
+/// tool upright. A few stretches (in every eleventh course, about a fortieth of its points)
+/// carry a side tilt of 0.45 rad on purpose, so that the roller's fork comes within 10 mm of
+/// the part or into it: collision checking at the usual tolerance has a few points to find,
+/// and tilting back clears every one of them. An inspection
 /// procedure scanning along the panel's centre line follows when asked for.
 ///
 /// A program of 500 courses × 2000 points builds in a few seconds.

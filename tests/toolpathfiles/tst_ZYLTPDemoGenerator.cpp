@@ -176,24 +176,22 @@ void tst_ZYLTPDemoGenerator::someCollisionPointsReachIntoTheSurface()
     const ZYLGeoRef<ZYLTPProgram> program = ZYLTPDemoGenerator::CreateDefaultProgram();
     const ZYLTPRollLayupProcedure &layup = Layup(*program);
     const ZYLGeoSurface *surface = program->GetPlySurface();
-    int points = 0, colliding = 0;
+    int points = 0, close = 0, inside = 0;
     for (int c = 0; c < layup.GetNumCourses(); ++c) {
         const ZYLTPCourse *course = layup.GetCourseByIndex(c);
         const ZYLTPMachineConfiguration &m = course->GetMachineConfiguration();
-        QList<std::pair<ZYLMathPoint, double>> spheres = m.GetTool()->GetCollisionPoints();
-        spheres += m.GetHead()->GetCollisionPoints();
+        QList<std::pair<ZYLMathPoint, double>> spheres = m.GetHead()->GetCollisionPoints();
+        spheres += m.GetTool()->GetCollisionPoints();
         for (int i = 0; i < course->GetNumPoints(); ++i, ++points) {
-            const ZYLMathAxis frame = course->GetPoint(i)->GetAxis(true);
-            for (const auto &[centre, radius] : spheres)
-                if (surface->GetSignedDistance(frame.ToGlobal(centre)) < radius) {
-                    ++colliding;
-                    break;
-                }
+            // At the usual tolerance of 10 mm, and touching or inside the part.
+            close += course->GetPoint(i)->DetectCollision(surface, true, 10.0, spheres) ? 1 : 0;
+            inside += course->GetPoint(i)->DetectCollision(surface, true, 0.0, spheres) ? 1 : 0;
         }
     }
     // Something to find, but only where it was put on purpose.
-    QVERIFY(colliding > 0);
-    QVERIFY2(colliding * 50 < points, qPrintable(QStringLiteral("%1 of %2").arg(colliding).arg(points)));
+    QVERIFY(inside > 0);
+    QVERIFY(close >= inside);
+    QVERIFY2(close * 50 < points, qPrintable(QStringLiteral("%1 of %2").arg(close).arg(points)));
 }
 
 void tst_ZYLTPDemoGenerator::refusesBadParameters_data()
