@@ -55,6 +55,9 @@ public:
         return {};
     }
 
+    /// Announces that every text cell changed, as an edit of the table would.
+    void TouchTexts() { emit dataChanged(index(0, 2), index(rowCount() - 1, 2), {Qt::DisplayRole}); }
+
 private:
     std::vector<double> m_numbers;
     std::vector<double> m_lengths;
@@ -148,8 +151,21 @@ int main(int argc, char **argv)
                Filter(QStringLiteral("250"), Filter::Greater, 1e-07, Filter::Other));
     TimeFilter(proxy, "length text begins with \"12\" (made per row):", 1, Qt::DisplayRole,
                Filter::CreateFilter(QStringLiteral("12"), Filter::Text, Filter::BeginsWith, 2.220446049250313e-16));
-    TimeFilter(proxy, "text contains \"se 49\" (made per row):", 2, Qt::DisplayRole,
-               Filter::CreateFilter(QStringLiteral("se 49"), Filter::Text, Filter::Contains, 2.220446049250313e-16));
+    const Filter contains =
+        Filter::CreateFilter(QStringLiteral("se 49"), Filter::Text, Filter::Contains, 2.220446049250313e-16);
+    TimeFilter(proxy, "text contains \"se 49\" (made per row):", 2, Qt::DisplayRole, contains);
+    // The first text filter after a change of the source reads the column again.
+    const double first = BestSeconds(
+        [&] {
+            proxy.SetVariantFilter(ZYLSysVariantFilter());
+            proxy.rowCount();
+            table.TouchTexts();
+        },
+        [&] {
+            proxy.SetVariantFilter(contains);
+            proxy.rowCount();
+        });
+    Report("same, first after the texts changed:", first, proxy.rowCount());
 
     // The panel picks the key column while the previous filter still applies; the rows kept
     // before and after differ in scattered places.

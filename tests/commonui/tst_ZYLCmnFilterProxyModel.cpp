@@ -73,6 +73,35 @@ quint64 TowBits(const QString &text)
     return bits;
 }
 
+// Names in several scripts, with letters whose case forms differ in more than ASCII ways:
+// accented capitals, the Greek final sigma, the German sharp s (no single-letter capital),
+// the Turkish dotted capital I, a letter outside the basic plane (Deseret), and numbers.
+const char *const kNames[] = {
+    "École", "ÉCOLE normale", "straße", "STRASSE", "ΣΊΣΥΦΟΣ", "σίσυφος", "Ως", "İstanbul", "istanbul",
+    "\xF0\x90\x90\x80 deseret", "\xF0\x90\x90\xA8 DESERET", "", "Alpha 12", "alpha 120", "zeta", "Ärger", "ärger",
+};
+
+QStandardItemModel *MakeNamesModel(QObject *parent)
+{
+    auto *model = new QStandardItemModel(0, 2, parent);
+    for (const char *name : kNames) {
+        auto *number = new QStandardItem;
+        number->setData(QString::fromUtf8(name).size(), Qt::DisplayRole);
+        model->appendRow({new QStandardItem(QString::fromUtf8(name)), number});
+    }
+    return model;
+}
+
+// The rows the filter itself accepts, cell by cell: what the proxy must keep.
+QList<int> AcceptedRows(const QAbstractItemModel &model, int column, const ZYLSysVariantFilter &filter)
+{
+    QList<int> rows;
+    for (int row = 0; row < model.rowCount(); ++row)
+        if (filter.Accepts(model.index(row, column).data()))
+            rows << row;
+    return rows;
+}
+
 } // namespace
 
 class tst_ZYLCmnFilterProxyModel : public QObject {
@@ -87,6 +116,11 @@ private slots:
     void changingColumnOrRoleRefilters();
     void ownFunctionGetsTheFilter();
     void clearingShowsAllRows();
+    void foldedTextsAgreeWithTheFilter_data();
+    void foldedTextsAgreeWithTheFilter();
+    void caseFoldingBeyondAscii_data();
+    void caseFoldingBeyondAscii();
+    void sourceChangesReachTheFilter();
 };
 
 void tst_ZYLCmnFilterProxyModel::initTestCase()
@@ -257,6 +291,131 @@ void tst_ZYLCmnFilterProxyModel::clearingShowsAllRows()
     proxy.SetVariantFilter(ZYLSysVariantFilter(0, ZYLSysVariantFilter::Less, kNumberTolerance,
                                                ZYLSysVariantFilter::Other));
     QCOMPARE(SourceRows(proxy), QList<int>{2});
+}
+
+void tst_ZYLCmnFilterProxyModel::foldedTextsAgreeWithTheFilter_data()
+{
+    QTest::addColumn<QString>("base");
+    QTest::addColumn<int>("column");
+    QTest::addColumn<int>("type");
+    QTest::addColumn<bool>("defaultFunctionSet");
+    const int text = ZYLSysVariantFilter::Text, other = ZYLSysVariantFilter::Other;
+    QTest::newRow("accented") << QStringLiteral("éCO") << 0 << text << false;
+    QTest::newRow("sigma") << QStringLiteral("Σ") << 0 << text << true;
+    QTest::newRow("sharp s") << QStringLiteral("SS") << 0 << text << false;
+    QTest::newRow("dotted I") << QStringLiteral("İ") << 0 << text << true;
+    QTest::newRow("deseret") << QString::fromUtf8("\xF0\x90\x90\xA8") << 0 << text << false;
+    QTest::newRow("umlaut, other type") << QStringLiteral("äR") << 0 << other << true;
+    QTest::newRow("empty base") << QString() << 0 << text << false;
+    QTest::newRow("numbers as text") << QStringLiteral("1") << 1 << text << true;
+}
+
+void tst_ZYLCmnFilterProxyModel::foldedTextsAgreeWithTheFilter()
+{
+    QFETCH(QString, base);
+    QFETCH(int, column);
+    QFETCH(int, type);
+    QFETCH(bool, defaultFunctionSet);
+    ZYLCmnFilterProxyModel proxy(nullptr);
+    QStandardItemModel *model = MakeNamesModel(&proxy);
+    proxy.setSourceModel(model);
+    proxy.setFilterKeyColumn(column);
+    if (defaultFunctionSet)
+        proxy.SetFilterFunction(&ZYLCmnFilterProxyModel::DefaultVariantFilterFunction);
+    // Every comparison, each right after another so that the kept column is reused.
+    const int last = type == ZYLSysVariantFilter::Text ? ZYLSysVariantFilter::LessOrEqual
+                                                       : ZYLSysVariantFilter::DoesNotContain;
+    for (int comparison = 0; comparison <= last; ++comparison) {
+        const ZYLSysVariantFilter filter(base, ZYLSysVariantFilter::ComparisonType(comparison), kTextTolerance,
+                                         ZYLSysVariantFilter::FilterType(type));
+        proxy.SetVariantFilter(filter);
+        QCOMPARE(SourceRows(proxy), AcceptedRows(*model, column, filter));
+    }
+}
+
+void tst_ZYLCmnFilterProxyModel::caseFoldingBeyondAscii_data()
+{
+    QTest::addColumn<QString>("base");
+    QTest::addColumn<int>("comparison");
+    QTest::addColumn<QList<int>>("rows");
+    const int contains = ZYLSysVariantFilter::Contains, equal = ZYLSysVariantFilter::Equal;
+    QTest::newRow("capital accent finds small") << QStringLiteral("ÉCOLE") << contains << QList<int>{0, 1};
+    // Both sigmas fold to the same letter.
+    QTest::newRow("final sigma") << QStringLiteral("ς") << contains << QList<int>{4, 5, 6};
+    // Simple folding keeps the sharp s a letter of its own.
+    QTest::newRow("sharp s is not ss") << QStringLiteral("ss") << contains << QList<int>{3};
+    QTest::newRow("outside the basic plane") << QString::fromUtf8("\xF0\x90\x90\x80 d") << contains
+                                             << QList<int>{9, 10};
+    QTest::newRow("umlaut equal") << QStringLiteral("ÄRGER") << equal << QList<int>{15, 16};
+}
+
+void tst_ZYLCmnFilterProxyModel::caseFoldingBeyondAscii()
+{
+    QFETCH(QString, base);
+    QFETCH(int, comparison);
+    QFETCH(QList<int>, rows);
+    ZYLCmnFilterProxyModel proxy(nullptr);
+    proxy.setSourceModel(MakeNamesModel(&proxy));
+    proxy.setFilterKeyColumn(0);
+    proxy.SetVariantFilter(ZYLSysVariantFilter::CreateFilter(base, ZYLSysVariantFilter::Text,
+                                                             ZYLSysVariantFilter::ComparisonType(comparison),
+                                                             kTextTolerance));
+    QCOMPARE(SourceRows(proxy), rows);
+}
+
+void tst_ZYLCmnFilterProxyModel::sourceChangesReachTheFilter()
+{
+    ZYLCmnFilterProxyModel proxy(nullptr);
+    QStandardItemModel *model = MakeNamesModel(&proxy);
+    proxy.setSourceModel(model);
+    proxy.setFilterKeyColumn(0);
+    const auto filter = [](const char *base) {
+        return ZYLSysVariantFilter::CreateFilter(QString::fromUtf8(base), ZYLSysVariantFilter::Text,
+                                                 ZYLSysVariantFilter::Contains, kTextTolerance);
+    };
+    proxy.SetVariantFilter(filter("zeta"));
+    QCOMPARE(SourceRows(proxy), QList<int>{14});
+
+    // An edited cell is filtered by its new text, now and by the next filter.
+    model->item(2, 0)->setText(QStringLiteral("ZETA prime"));
+    QCOMPARE(SourceRows(proxy), (QList<int>{2, 14}));
+    proxy.SetVariantFilter(filter("ZETA"));
+    QCOMPARE(SourceRows(proxy), (QList<int>{2, 14}));
+    // An edit of another column or role keeps the texts read.
+    model->item(2, 1)->setText(QStringLiteral("zeta"));
+    model->item(3, 0)->setData(QStringLiteral("zeta"), Qt::ToolTipRole);
+    proxy.SetVariantFilter(filter("zeta"));
+    QCOMPARE(SourceRows(proxy), (QList<int>{2, 14}));
+
+    // Rows inserted, removed and taken elsewhere shift the rows the texts belong to.
+    model->insertRow(0, new QStandardItem(QStringLiteral("Zetas")));
+    QCOMPARE(SourceRows(proxy), (QList<int>{0, 3, 15}));
+    proxy.SetVariantFilter(filter("zet"));
+    QCOMPARE(SourceRows(proxy), (QList<int>{0, 3, 15}));
+    model->removeRows(1, 3);
+    proxy.SetVariantFilter(filter("zeta"));
+    QCOMPARE(SourceRows(proxy), (QList<int>{0, 12}));
+    model->insertRow(1, model->takeRow(12));
+    proxy.SetVariantFilter(filter("zeta"));
+    QCOMPARE(SourceRows(proxy), (QList<int>{0, 1}));
+
+    // Another role, another column and another model are read afresh.
+    model->item(5, 0)->setData(QStringLiteral("zeta"), Qt::ToolTipRole);
+    proxy.setFilterRole(Qt::ToolTipRole);
+    // With the tool tip given to "STRASSE" above, now at row 2.
+    QCOMPARE(SourceRows(proxy), (QList<int>{2, 5}));
+    proxy.setFilterRole(Qt::DisplayRole);
+    proxy.setFilterKeyColumn(1);
+    proxy.SetVariantFilter(filter("4"));
+    QCOMPARE(SourceRows(proxy), AcceptedRows(*model, 1, filter("4")));
+    QStandardItemModel other(0, 2);
+    other.appendRow({new QStandardItem(QStringLiteral("x")), new QStandardItem(QStringLiteral("44"))});
+    proxy.setSourceModel(&other);
+    QCOMPARE(SourceRows(proxy), QList<int>{0});
+    model->setItem(0, 1, new QStandardItem(QStringLiteral("4")));
+    proxy.setSourceModel(model);
+    QCOMPARE(SourceRows(proxy), AcceptedRows(*model, 1, filter("4")));
+    proxy.setSourceModel(nullptr);
 }
 
 QTEST_MAIN(tst_ZYLCmnFilterProxyModel)
