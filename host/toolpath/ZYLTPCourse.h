@@ -158,8 +158,8 @@ public:
     ///   stretch: the old roll-out trajectory becomes the roll-in one and the other way
     ///   round, and the first and last tow trajectories gain and lose one point. A last tow
     ///   trajectory that covers only the last tow point lays nothing and has no stretch to
-    ///   keep: it is dropped (kept by the edit for undo), and that point takes the values of
-    ///   the stretch it ends.
+    ///   keep; it stays the last one (over the new last tow point), so that turning twice
+    ///   gives it back.
     /// - Tilts change sign, so that the tool axis keeps its physical direction over each
     ///   stretch (tilts are usually set to clear collisions, which depend on the pose, not on
     ///   the travel direction).

@@ -164,8 +164,12 @@ void ZYLTPCourse::Reverse(bool keepLinks)
     // first point (segment s runs from point s to s + 1), except that the last tow
     // trajectory also covers the last tow point. Turned round, segment s is segment n - 2 - s,
     // so each trajectory keeps its segments [sa, sb] and covers the points from n - 2 - sb on.
+    // A last tow trajectory over the last tow point alone lays no segment; nothing could hold
+    // it at the new start (the first tow trajectory always lays the first segment), so it
+    // stays last, which also makes turning twice give it back.
     const int lastTow = GetNumTrajectories() - 3;
-    const bool dropLast = lastTow > FirstOnPart + 1 && OnPartAt(m_trajectories, lastTow)->m_count == 1;
+    const bool pointOnlyLast = lastTow > FirstOnPart + 1 && OnPartAt(m_trajectories, lastTow)->m_count == 1;
+    const int lastSegmentOwnerEnd = pointOnlyLast ? lastTowPoint - 1 : lastTowPoint;
     struct Cover {
         int first;
         int count;
@@ -177,12 +181,15 @@ void ZYLTPCourse::Reverse(bool keepLinks)
             covers.push_back({n - 1, 1}); // the roll-in stretch becomes the roll-out one
         } else if (k == GetNumTrajectories() - 2) {
             covers.push_back({0, 1});
+        } else if (pointOnlyLast && k == lastTow) {
+            covers.push_back({lastTowPoint, 1});
         } else {
             const int sa = t->m_first;
             const int sb = std::min(t->m_first + t->m_count - 1, lastTowPoint - 1);
             const int first = lastTowPoint - sb;
-            // The old first tow trajectory becomes the last one, which runs to the last tow point.
-            const int count = k == FirstOnPart + 1 ? lastTowPoint - first + 1 : sb - sa + 1;
+            // The old first tow trajectory becomes the last one laying segments, which runs to
+            // the last tow point (or to the one before a point-only last trajectory).
+            const int count = k == FirstOnPart + 1 ? lastSegmentOwnerEnd - first + 1 : sb - sa + 1;
             covers.push_back({first, count});
         }
     }
@@ -208,8 +215,6 @@ void ZYLTPCourse::Reverse(bool keepLinks)
             }
         }
         for (int k = FirstOnPart; k < GetNumTrajectories() - 1; ++k) {
-            if (dropLast && k == lastTow)
-                continue;
             ZYLTPOnPartTrajectory *t = OnPartAt(m_trajectories, k);
             const Cover &cover = covers[size_t(k - FirstOnPart)];
             ZYLFeatRecorder::SetValue(t->m_first, cover.first);
@@ -223,10 +228,11 @@ void ZYLTPCourse::Reverse(bool keepLinks)
                 ZYLFeatRecorder::SetValue(tow->m_forcedRates, MirrorRates(tow->m_forcedRates, width));
             }
         }
-        if (dropLast)
-            ZYLFeatRecorder::Remove(m_trajectories, lastTow);
         ZYLFeatRecorder::Record(std::make_unique<ReverseRangeChange<std::unique_ptr<ZYLTPTrajectory>>>(
             m_trajectories, size_t(FirstOnPart), m_trajectories.size() - 1));
+        // Reversed with the others it came right after the new roll-in trajectory.
+        if (pointOnlyLast)
+            ZYLFeatRecorder::Move(m_trajectories, FirstOnPart + 1, qsizetype(m_trajectories.size()) - 3);
 
         ZYLTPOffPartTrajectory *approach = OffPartAt(m_trajectories, 0);
         ZYLTPOffPartTrajectory *retract = OffPartAt(m_trajectories, m_trajectories.size() - 1);

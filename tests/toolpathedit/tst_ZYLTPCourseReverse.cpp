@@ -24,7 +24,7 @@ private slots:
     void links();
     void twiceGivesSameBytes_data();
     void twiceGivesSameBytes();
-    void pointOnlyLastRunDropped();
+    void pointOnlyLastRunStaysLast();
     void undoRedoKeepObjects();
     void refusedOutsideTransaction();
 };
@@ -253,20 +253,21 @@ void tst_ZYLTPCourseReverse::twiceGivesSameBytes()
     QCOMPARE(ZYLTPBytes(t.program), before);
 }
 
-void tst_ZYLTPCourseReverse::pointOnlyLastRunDropped()
+void tst_ZYLTPCourseReverse::pointOnlyLastRunStaysLast()
 {
-    // A run over the last tow point only lays nothing; the reversed course has no place for it.
+    // A run over the last tow point only lays nothing; it stays last, so turning twice gives
+    // the course back.
     ZYLTPTestProgram t(0);
-    ZYLTPTowCourse *course =
-        t.builder.AddTowCourse(t.procedure, t.configuration, ZYLTPStraightCourse(0.0, 10.0, {{10, 0xF}, {1, 0x3}}));
+    ZYLTPTowCourse *course = t.builder.AddTowCourse(t.procedure, t.configuration,
+                                                    ZYLTPStraightCourse(0.0, 10.0, {{1, 0x3}, {9, 0xF}, {1, 0x3}}));
     const QByteArray before = ZYLTPBytes(t.program);
     const QList<double> lengths = course->GetTowLengths();
     t.Open();
     course->Reverse(true);
-    QCOMPARE(ZYLTPRunsOf(course), (QList<ZYLTPRun>{{1, 11, 0xF}}));
-    QVERIFY(ZYLTPNear(course->GetTowLengths(), lengths));
-    t.Commit();
-    t.container.Undo();
+    QCOMPARE(ZYLTPRunsOf(course), (QList<ZYLTPRun>{{1, 9, 0xF}, {10, 1, 0xC}, {11, 1, 0xC}}));
+    QVERIFY(ZYLTPNear(course->GetTowLengths(), QList<double>{90.0, 90.0, 100.0, 100.0}));
+    QVERIFY(ZYLTPNear(lengths, QList<double>{100.0, 100.0, 90.0, 90.0}));
+    course->Reverse(true);
     QCOMPARE(ZYLTPBytes(t.program), before);
 }
 

@@ -3,11 +3,14 @@
 // break ranges so that breaking at all of them leaves no course longer than a length.
 #include "ZYLTPEditTestSupport.h"
 
+#include "ZYLTPDemoGenerator.h"
+
 #include "ZYLSysOutOfBoundsException.h"
 
 #include <QTest>
 
 #include <limits>
+#include <numeric>
 
 class tst_ZYLTPProcedureEdit : public QObject {
     Q_OBJECT
@@ -18,6 +21,7 @@ private slots:
     void breakAllCourses();
     void breakAllRefused_data();
     void breakAllRefused();
+    void demoProgram();
 };
 
 namespace {
@@ -148,6 +152,55 @@ void tst_ZYLTPProcedureEdit::breakAllRefused()
         QVERIFY(ZYLTPNear(e.GetMinimum(), minimum));
     }
     QCOMPARE(ZYLTPBytes(t.program), before);
+}
+
+void tst_ZYLTPProcedureEdit::demoProgram()
+{
+    // A generated ply: curved panel, tows added and cut along the courses (one-point runs at
+    // the ends), tilted stretches, break ranges, straight, safety plane and custom links.
+    ZYLTPDemoGenerator::Parameters parameters;
+    parameters.courses = 12;
+    parameters.tows = 12;
+    parameters.inspection = false;
+    const ZYLGeoRef<ZYLTPProgram> program = ZYLTPDemoGenerator::Create(parameters);
+    auto *procedure = qobject_cast<ZYLTPRollLayupProcedure *>(program->GetProcedure(0));
+    QVERIFY(procedure);
+    const QByteArray before = ZYLTPBytes(program.get());
+    const QList<double> towLengths = procedure->GetTowLengths();
+    const double courseLength = procedure->GetOverallCourseLength();
+    double longest = 0.0;
+    for (int c = 0; c < procedure->GetNumCourses(); ++c)
+        longest = std::max(longest, procedure->GetCourseByIndex(c)->GetLength());
+    ZYLFeatContainer container;
+
+    container.OpenTransaction(QStringLiteral("Reverse"));
+    procedure->ReverseAllCourses();
+    QVERIFY(ZYLTPBytes(program.get()) != before);
+    QVERIFY(ZYLTPNear(procedure->GetOverallCourseLength(), courseLength, 1e-6));
+    QVERIFY(ZYLTPNear(procedure->GetTotalMaterialLength(), std::accumulate(towLengths.begin(), towLengths.end(), 0.0), 1e-6));
+    procedure->ReverseAllCourses();
+    QCOMPARE(ZYLTPBytes(program.get()), before);
+    procedure->ReverseOddCourses();
+    container.CommitTransaction();
+
+    const double length = 0.4 * longest;
+    container.OpenTransaction(QStringLiteral("Break"));
+    procedure->BreakAllCourses(length);
+    for (int c = 0; c < procedure->GetNumCourses(); ++c) {
+        ZYLTPCourse *course = procedure->GetCourseByIndex(c);
+        if (course->GetNumBreakRanges() > 0 && course->GetLength() > length)
+            course->Break(course->GetBreakRange(0));
+        QVERIFY(course->GetLength() <= length);
+    }
+    container.CommitTransaction();
+    QCOMPARE(procedure->GetCoursesUnlinkedAtApproach().size(), 0);
+    QVERIFY(std::isfinite(procedure->GetTotalTimeEstimate()));
+
+    container.Undo();
+    container.Undo();
+    QCOMPARE(ZYLTPBytes(program.get()), before);
+    QVERIFY(ZYLTPNear(procedure->GetTowLengths(), towLengths));
+    container.ClearHistory();
 }
 
 QTEST_GUILESS_MAIN(tst_ZYLTPProcedureEdit)
