@@ -7,6 +7,7 @@
 #include "ZYLTPCoursePoints.h"
 #include "ZYLTPCustomCourseLink.h"
 #include "ZYLTPInspectionProcedure.h"
+#include "ZYLTPLinearCourseLink.h"
 #include "ZYLTPMachineConfiguration.h"
 #include "ZYLTPMachineHead.h"
 #include "ZYLTPModelRevision.h"
@@ -20,6 +21,8 @@
 #include "ZYLGeoAssembledCurveOnSurface.h"
 #include "ZYLGeoSurface.h"
 #include "ZYLSysException.h"
+
+#include <cmath>
 
 namespace {
 void CheckValues(const ZYLTPOnPartTrajectory::Values &values)
@@ -45,6 +48,58 @@ std::vector<ZYLMathVector> ComputeDirections(const std::vector<ZYLMathPoint> &ti
         directions[i] = *unit;
     }
     return directions;
+}
+
+bool IsUnit(const ZYLMathVector &v)
+{
+    return std::fabs(v.GetLength() - 1.0) <= ZYLTPProgramBuilder::FrameTolerance;
+}
+
+// Frames stored as given must already be what the course's frames need.
+void CheckFramesAsGiven(const std::vector<ZYLMathVector> &normals, const std::vector<ZYLMathVector> &directions)
+{
+    if (directions.size() != normals.size())
+        throw ZYLSysException(ZYLTPProgramBuilder::tr("Frames taken as given need one direction per tow point"));
+    for (size_t i = 0; i < normals.size(); ++i) {
+        if (!IsUnit(normals[i]) || !IsUnit(directions[i]))
+            throw ZYLSysException(ZYLTPProgramBuilder::tr("Course point %1: the tool axis and the direction must be "
+                                                          "unit vectors").arg(i));
+        if (std::fabs(normals[i].Dot(directions[i])) > ZYLTPProgramBuilder::FrameTolerance)
+            throw ZYLSysException(ZYLTPProgramBuilder::tr("Course point %1: the direction is not perpendicular to the "
+                                                          "tool axis").arg(i));
+    }
+}
+
+// Normalises the normals and makes the directions (given or computed from the tips) unit
+// and orthogonal to them.
+void OrthonormalizeFrames(const std::vector<ZYLMathPoint> &tips, std::vector<ZYLMathVector> &normals,
+                          std::vector<ZYLMathVector> &directions)
+{
+    for (size_t i = 0; i < normals.size(); ++i) {
+        const std::optional<ZYLMathVector> normal = normals[i].Normalized();
+        if (!normal)
+            throw ZYLSysException(ZYLTPProgramBuilder::tr("Course point %1 has no valid tip or normal").arg(i));
+        normals[i] = *normal;
+    }
+    if (directions.empty())
+        directions = ComputeDirections(tips, normals);
+    for (size_t i = 0; i < normals.size(); ++i) {
+        const ZYLMathVector &n = normals[i];
+        const std::optional<ZYLMathVector> d = (directions[i] - n * n.Dot(directions[i])).Normalized();
+        if (!d)
+            throw ZYLSysException(ZYLTPProgramBuilder::tr("Course point %1 has no laying direction").arg(i));
+        directions[i] = *d;
+    }
+}
+
+// Copies `values` into `out` between one extra entry in front and one behind.
+template<class T>
+void Framed(std::vector<T> &out, const T &first, const std::vector<T> &values, const T &last)
+{
+    out.reserve(values.size() + 2);
+    out.push_back(first);
+    out.insert(out.end(), values.begin(), values.end());
+    out.push_back(last);
 }
 } // namespace
 
@@ -100,6 +155,13 @@ ZYLTPRoller *ZYLTPProgramBuilder::AddRoller(const QString &name, double width, d
     return roller;
 }
 
+ZYLTPTool *ZYLTPProgramBuilder::AddTool(const QString &name)
+{
+    auto *tool = new ZYLTPTool(m_program, m_program->GetNumTools(), name);
+    m_program->m_tools.emplace_back(tool);
+    return tool;
+}
+
 void ZYLTPProgramBuilder::SetCollisionPoints(ZYLTPResource *resource,
                                              const QList<std::pair<ZYLMathPoint, double>> &points)
 {
@@ -140,10 +202,8 @@ void ZYLTPProgramBuilder::CheckProcedure(const ZYLTPRollLayupProcedure *procedur
         throw ZYLSysException(tr("The procedure does not belong to the program"));
 }
 
-void ZYLTPProgramBuilder::SetProcedureParameters(ZYLTPRollLayupProcedure *procedure,
-                                                 const ProcedureParameters &parameters)
+void ZYLTPProgramBuilder::CheckProcedureParameters(const ProcedureParameters &parameters)
 {
-    CheckProcedure(procedure);
     for (double feedRate : {parameters.layingFeedRate, parameters.addingFeedRate, parameters.cuttingFeedRate,
                             parameters.rapidFeedRate})
         ZYLTPCheck::FeedRate(feedRate);
@@ -152,6 +212,13 @@ void ZYLTPProgramBuilder::SetProcedureParameters(ZYLTPRollLayupProcedure *proced
         ZYLTPCheck::Length(length);
     if (parameters.defaultStrategy < ZYLTPCourseLink::Linear || parameters.defaultStrategy > ZYLTPCourseLink::Custom)
         throw ZYLSysOutOfBoundsException(parameters.defaultStrategy, ZYLTPCourseLink::Linear, ZYLTPCourseLink::Custom);
+}
+
+void ZYLTPProgramBuilder::SetProcedureParameters(ZYLTPRollLayupProcedure *procedure,
+                                                 const ProcedureParameters &parameters)
+{
+    CheckProcedure(procedure);
+    CheckProcedureParameters(parameters);
     procedure->m_layingFeedRate = parameters.layingFeedRate;
     procedure->m_addingFeedRate = parameters.addingFeedRate;
     procedure->m_cuttingFeedRate = parameters.cuttingFeedRate;
@@ -190,12 +257,9 @@ ZYLTPTowCourse *ZYLTPProgramBuilder::AddTowCourse(ZYLTPRollLayupProcedure *proce
         throw ZYLSysException(tr("A course needs at least two tow points"));
     if (data.normals.size() != towPoints || (!data.directions.empty() && data.directions.size() != towPoints))
         throw ZYLSysException(tr("A course needs one normal (and direction) per tow point"));
-    for (size_t i = 0; i < towPoints; ++i) {
-        const std::optional<ZYLMathVector> normal = data.normals[i].Normalized();
-        if (!data.tips[i].IsFinite() || !normal)
+    for (size_t i = 0; i < towPoints; ++i)
+        if (!data.tips[i].IsFinite())
             throw ZYLSysException(tr("Course point %1 has no valid tip or normal").arg(i));
-        data.normals[i] = *normal;
-    }
     int covered = 0;
     for (const TowRun &run : data.runs) {
         if (run.numPoints < 1)
@@ -217,33 +281,23 @@ ZYLTPTowCourse *ZYLTPProgramBuilder::AddTowCourse(ZYLTPRollLayupProcedure *proce
     ZYLTPCheck::ApproachAngle(data.retractAngle);
     ZYLTPCheck::Length(data.approachLength);
     ZYLTPCheck::Length(data.retractLength);
-    std::vector<ZYLMathVector> directions =
-        data.directions.empty() ? ComputeDirections(data.tips, data.normals) : std::move(data.directions);
-    for (size_t i = 0; i < towPoints; ++i) {
-        // Given directions are made orthogonal to the normals, as the frames need.
-        const ZYLMathVector &n = data.normals[i];
-        const std::optional<ZYLMathVector> d = (directions[i] - n * n.Dot(directions[i])).Normalized();
-        if (!d)
-            throw ZYLSysException(tr("Course point %1 has no laying direction").arg(i));
-        directions[i] = *d;
-    }
+    if (data.frameMode == FrameMode::AsGiven)
+        CheckFramesAsGiven(data.normals, data.directions);
+    else
+        OrthonormalizeFrames(data.tips, data.normals, data.directions);
+    const std::vector<ZYLMathVector> &normals = data.normals;
+    const std::vector<ZYLMathVector> &directions = data.directions;
 
     std::unique_ptr<ZYLTPTowCourse> course(new ZYLTPTowCourse(procedure, configuration));
     ZYLTPCoursePoints &points = *course->m_points;
-    const size_t n = towPoints + 2;
-    points.tips.reserve(n);
-    points.normals.reserve(n);
-    points.directions.reserve(n);
-    points.tips.push_back(data.tips.front() - directions.front() * data.rollIn);
-    points.normals.push_back(data.normals.front());
-    points.directions.push_back(directions.front());
-    points.tips.insert(points.tips.end(), data.tips.begin(), data.tips.end());
-    points.normals.insert(points.normals.end(), data.normals.begin(), data.normals.end());
-    points.directions.insert(points.directions.end(), directions.begin(), directions.end());
-    points.tips.push_back(data.tips.back() + directions.back() * data.rollOut);
-    points.normals.push_back(data.normals.back());
-    points.directions.push_back(directions.back());
+    // The roll-in and roll-out points continue the first and last tow points along their
+    // laying directions, with their frames.
+    Framed(points.tips, data.tips.front() - directions.front() * data.rollIn, data.tips,
+           data.tips.back() + directions.back() * data.rollOut);
+    Framed(points.normals, normals.front(), normals, normals.back());
+    Framed(points.directions, directions.front(), directions, directions.back());
     points.ComputeArcLengths(data.rollOut);
+    const size_t n = points.tips.size();
 
     ZYLTPTowCourse *raw = course.get();
     auto &trajectories = course->m_trajectories;
@@ -320,27 +374,69 @@ void ZYLTPProgramBuilder::CheckLinkPlace(const ZYLTPRollLayupProcedure *procedur
         throw ZYLSysException(tr("Linked courses must be consecutive in the laying order"));
 }
 
+void ZYLTPProgramBuilder::CheckLinkParameters(const LinkParameters &parameters)
+{
+    if (parameters.detail < ZYLTPCourseLink::Coarse || parameters.detail > ZYLTPCourseLink::Fine)
+        throw ZYLSysOutOfBoundsException(parameters.detail, ZYLTPCourseLink::Coarse, ZYLTPCourseLink::Fine);
+    for (const std::optional<double> &distance : {parameters.rapidApproach, parameters.rapidRetract})
+        if (distance)
+            ZYLTPCheck::Length(*distance);
+}
+
+// Gives a new link its parameters and adds it to the procedure; the caller has checked them
+// and the link's place.
+ZYLTPCourseLink *ZYLTPProgramBuilder::Attach(ZYLTPRollLayupProcedure *procedure, std::unique_ptr<ZYLTPCourseLink> link,
+                                             const LinkParameters &parameters)
+{
+    link->m_detail = parameters.detail;
+    if (auto *linear = qobject_cast<ZYLTPLinearCourseLink *>(link.get())) {
+        linear->m_rapidApproach = parameters.rapidApproach.value_or(linear->m_rapidApproach);
+        linear->m_rapidRetract = parameters.rapidRetract.value_or(linear->m_rapidRetract);
+    }
+    ZYLTPCourseLink *attached = procedure->AttachLink(std::move(link), false);
+    ZYLTPModelRevision::Bump();
+    return attached;
+}
+
 ZYLTPCourseLink *ZYLTPProgramBuilder::AddLink(ZYLTPRollLayupProcedure *procedure, const ZYLTPCourse *from,
-                                              const ZYLTPCourse *to, ZYLTPCourseLink::OffPartMotionStrategy strategy)
+                                              const ZYLTPCourse *to, ZYLTPCourseLink::OffPartMotionStrategy strategy,
+                                              const LinkParameters &parameters)
 {
     CheckLinkPlace(procedure, from, to);
     if (strategy < ZYLTPCourseLink::Linear || strategy > ZYLTPCourseLink::Custom)
         throw ZYLSysOutOfBoundsException(strategy, ZYLTPCourseLink::Linear, ZYLTPCourseLink::Custom);
-    ZYLTPCourseLink *link = procedure->AttachLink(procedure->MakeLink(from, to, strategy), false);
-    ZYLTPModelRevision::Bump();
-    return link;
+    CheckLinkParameters(parameters);
+    const bool linear = from && to && strategy == ZYLTPCourseLink::Linear;
+    if (!linear && (parameters.rapidApproach || parameters.rapidRetract))
+        throw ZYLSysException(tr("Only a linear link between two courses has rapid approach and retract distances"));
+    return Attach(procedure, procedure->MakeLink(from, to, strategy), parameters);
+}
+
+ZYLTPCourseLink *ZYLTPProgramBuilder::AddLink(ZYLTPRollLayupProcedure *procedure, const ZYLTPCourse *from,
+                                              const ZYLTPCourse *to, ZYLTPCourseLink::OffPartMotionStrategy strategy)
+{
+    return AddLink(procedure, from, to, strategy, LinkParameters());
 }
 
 ZYLTPCourseLink *ZYLTPProgramBuilder::AddCustomLink(ZYLTPRollLayupProcedure *procedure, const ZYLTPCourse *from,
                                                     const ZYLTPCourse *to, std::vector<ZYLMathAxis> frames)
+{
+    return AddCustomLink(procedure, from, to, std::move(frames), LinkParameters());
+}
+
+ZYLTPCourseLink *ZYLTPProgramBuilder::AddCustomLink(ZYLTPRollLayupProcedure *procedure, const ZYLTPCourse *from,
+                                                    const ZYLTPCourse *to, std::vector<ZYLMathAxis> frames,
+                                                    const LinkParameters &parameters)
 {
     if (!from || !to)
         throw ZYLSysException(tr("A custom link joins two courses"));
     if (frames.size() < 2)
         throw ZYLSysException(tr("A custom link needs at least two points"));
     CheckLinkPlace(procedure, from, to);
-    ZYLTPCourseLink *link = procedure->AttachLink(
-        std::unique_ptr<ZYLTPCourseLink>(new ZYLTPCustomCourseLink(procedure, from, to, std::move(frames))), false);
-    ZYLTPModelRevision::Bump();
-    return link;
+    CheckLinkParameters(parameters);
+    if (parameters.rapidApproach || parameters.rapidRetract)
+        throw ZYLSysException(tr("Only a linear link between two courses has rapid approach and retract distances"));
+    return Attach(procedure,
+                  std::unique_ptr<ZYLTPCourseLink>(new ZYLTPCustomCourseLink(procedure, from, to, std::move(frames))),
+                  parameters);
 }

@@ -16,6 +16,7 @@
 #include <QStringList>
 
 #include <memory>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -34,10 +35,15 @@ class ZYLTPTool;
 class ZYLTPTowCourse;
 
 /// Builds a whole tool path program quickly, without a transaction: a program under
-/// construction belongs to no history. Each `Add...` validates its input and throws
-/// `ZYLSysException` (`ZYLSysOutOfBoundsException` for a value out of range) leaving the
-/// program as it was; what was added before stays. `TakeProgram()` hands the program over;
-/// a builder destroyed without handing it over deletes it.
+/// construction belongs to no history. Each `Add...` and `Set...` validates its input and
+/// throws `ZYLSysException` (`ZYLSysOutOfBoundsException` for a value out of range, with the
+/// message the model's own setter gives) leaving the program as it was; what was added
+/// before stays. `TakeProgram()` hands the program over; a builder destroyed without handing
+/// it over deletes it.
+///
+/// Everything a program file holds can be set here, so that loading a file needs no
+/// transaction: procedure parameters (`SetProcedureParameters`), link parameters (`AddLink`,
+/// `AddCustomLink`), and course frames stored bit for bit (`FrameMode::AsGiven`).
 ///
 /// ```cpp
 /// ZYLTPProgramBuilder b;
@@ -69,6 +75,10 @@ public:
     ZYLTPMachineHead *AddMachineHead(const QString &name);
     /// Adds a roller (width and diameter > 0 mm).
     ZYLTPRoller *AddRoller(const QString &name, double width, double diameter);
+    /// Adds a plain tool, neither a roller nor a head (a scanner, a cutter): a name and,
+    /// through `SetCollisionPoints`, collision points. Its id is its place in the tool list,
+    /// shared with the rollers.
+    ZYLTPTool *AddTool(const QString &name);
     /// Sets a resource's collision points (centre in its tool frame, radius >= 0 mm).
     void SetCollisionPoints(ZYLTPResource *resource, const QList<std::pair<ZYLMathPoint, double>> &points);
 
@@ -77,7 +87,9 @@ public:
     ZYLTPInspectionProcedure *AddInspectionProcedure(const QString &name, const QString &description,
                                                      const ZYLTPTool *scanner, std::vector<ZYLMathPoint> path,
                                                      double scanFeedRate);
-    /// The parameters of a roll layup procedure (ranges as in its setters).
+    /// The parameters of a roll layup procedure, with the model's defaults (ranges as in the
+    /// procedure's setters): feed rates > 0 mm/min, distances >= 0 mm, any home frame, a
+    /// default strategy among `ZYLTPCourseLink::OffPartMotionStrategy`.
     struct ProcedureParameters {
         double layingFeedRate = 6000.0;
         double addingFeedRate = 3000.0;
@@ -90,6 +102,11 @@ public:
         ZYLMathAxis homeFrame;
         ZYLTPCourseLink::OffPartMotionStrategy defaultStrategy = ZYLTPCourseLink::Linear;
     };
+    /// Throws `ZYLSysOutOfBoundsException` for the first parameter out of its range (in the
+    /// order of the struct), with the message of the procedure's setter for it.
+    static void CheckProcedureParameters(const ProcedureParameters &parameters);
+    /// Sets all parameters of a procedure at once; changes nothing when one is out of range.
+    /// Links made afterwards take the rapid approach and retract distances as defaults.
     void SetProcedureParameters(ZYLTPRollLayupProcedure *procedure, const ProcedureParameters &parameters);
     /// Adds a machine configuration to a procedure; the tool must not be null, both must be
     /// this program's.
@@ -104,10 +121,24 @@ public:
         ZYLCompTowMask forcedMask;
         QList<double> forcedRates;
     };
+    /// How `AddTowCourse` takes the frames of the tow points.
+    enum class FrameMode {
+        /// Normals are normalised; directions (given or computed) are made unit and orthogonal
+        /// to the normals.
+        Orthonormalize,
+        /// Normals and directions are stored bit for bit, as a saved course needs to read back
+        /// exactly. Every direction must be given, and each normal and direction must be unit
+        /// and the two orthogonal to within `FrameTolerance`.
+        AsGiven
+    };
+    /// Tolerance on unit lengths and orthogonality of frames taken as given: far above the
+    /// rounding of saved numbers, far below any real fault.
+    static constexpr double FrameTolerance = 1e-6;
+
     /// A course to add. `tips` and `normals` hold the tow points (at least 2); `directions`
-    /// may be empty (then computed from the tips, projected onto the tangent planes). The
-    /// runs cover the tow points exactly. Roll-in and roll-out trajectories take `rollInValues`
-    /// and `rollOutValues`.
+    /// may be empty (then computed from the tips, projected onto the tangent planes) unless
+    /// `frameMode` is `AsGiven`. The runs cover the tow points exactly. Roll-in and roll-out
+    /// trajectories take `rollInValues` and `rollOutValues`.
     struct CourseData {
         std::vector<ZYLMathPoint> tips;
         std::vector<ZYLMathVector> normals;
@@ -126,6 +157,7 @@ public:
         double retractLength = 20.0;
         QStringList prefix;
         QStringList suffix;
+        FrameMode frameMode = FrameMode::Orthonormalize;
     };
     /// Adds a tow course at the end of the stored list and of the laying order.
     ZYLTPTowCourse *AddTowCourse(ZYLTPRollLayupProcedure *procedure, const ZYLTPMachineConfiguration *configuration,
@@ -135,16 +167,38 @@ public:
     /// Sets the laying order of a procedure (a permutation); existing links must stay
     /// consecutive.
     void SetLayingOrder(ZYLTPRollLayupProcedure *procedure, const QList<int> &order);
+    /// The parameters of a link: the detail of its derived motion and, for a linear link
+    /// between two courses only, its rapid approach and retract distances (>= 0 mm; unset:
+    /// the procedure's at the time the link is added).
+    struct LinkParameters {
+        ZYLTPCourseLink::OffPartMotionDetail detail = ZYLTPCourseLink::Normal;
+        std::optional<double> rapidApproach;
+        std::optional<double> rapidRetract;
+    };
+    /// Throws `ZYLSysOutOfBoundsException` for the first parameter out of its range, with the
+    /// message of the link's setter for it.
+    static void CheckLinkParameters(const LinkParameters &parameters);
     /// Adds a link with the checks of `ZYLTPRollLayupProcedure::LinkCourses`; the courses
     /// must already be consecutive in the laying order (first, last for procedure links).
+    /// Rapid distances for any link but a linear one between two courses are refused.
+    ZYLTPCourseLink *AddLink(ZYLTPRollLayupProcedure *procedure, const ZYLTPCourse *from, const ZYLTPCourse *to,
+                             ZYLTPCourseLink::OffPartMotionStrategy strategy, const LinkParameters &parameters);
+    /// Same, with the default parameters.
     ZYLTPCourseLink *AddLink(ZYLTPRollLayupProcedure *procedure, const ZYLTPCourse *from, const ZYLTPCourse *to,
                              ZYLTPCourseLink::OffPartMotionStrategy strategy);
-    /// Adds a custom link with its stored frames (at least 2).
+    /// Adds a custom link with its stored frames (at least 2), taken bit for bit; only the
+    /// detail of the parameters applies.
+    ZYLTPCourseLink *AddCustomLink(ZYLTPRollLayupProcedure *procedure, const ZYLTPCourse *from,
+                                   const ZYLTPCourse *to, std::vector<ZYLMathAxis> frames,
+                                   const LinkParameters &parameters);
+    /// Same, with the default parameters.
     ZYLTPCourseLink *AddCustomLink(ZYLTPRollLayupProcedure *procedure, const ZYLTPCourse *from,
                                    const ZYLTPCourse *to, std::vector<ZYLMathAxis> frames);
 
 private:
     void CheckProcedure(const ZYLTPRollLayupProcedure *procedure) const;
     void CheckLinkPlace(const ZYLTPRollLayupProcedure *procedure, const ZYLTPCourse *from, const ZYLTPCourse *to) const;
+    ZYLTPCourseLink *Attach(ZYLTPRollLayupProcedure *procedure, std::unique_ptr<ZYLTPCourseLink> link,
+                            const LinkParameters &parameters);
     ZYLTPProgram *m_program;
 };

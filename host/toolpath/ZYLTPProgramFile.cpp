@@ -206,11 +206,10 @@ private:
     void WriteResource(const ZYLTPResource &resource, const ZYLTPRoller *roller)
     {
         w.BeginObject();
+        // Tools carry their kind; heads have only one.
         if (qobject_cast<const ZYLTPTool *>(&resource)) {
-            if (!roller)
-                Fail(ZYLTPProgramFile::tr("Tool \"%1\" is of a kind program files cannot hold").arg(resource.GetName()));
             w.Key("kind");
-            w.String(QStringLiteral("roller"));
+            w.String(roller ? QStringLiteral("roller") : QStringLiteral("plain"));
         }
         w.Key("name");
         w.String(resource.GetName());

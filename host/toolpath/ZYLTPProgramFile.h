@@ -13,7 +13,9 @@
 #include <functional>
 
 /// Reads and writes tool path program files (`*.zyltp.json`): versioned JSON holding the
-/// whole program: machine resources with their collision points, the ply surface (plane or
+/// whole program: machine resources with their collision points (tools of kind "roller",
+/// with width and diameter, or "plain"; a tool without a kind is a roller, as in files
+/// written before plain tools existed), the ply surface (plane or
 /// B-spline) and ply boundaries (polylines in the surface's (u, v)), and the procedures with
 /// their parameters, machine configurations, courses (tow points, tow runs, roll-in and
 /// roll-out, feed rates, approach and retract, break ranges, instructions), laying order and
@@ -21,12 +23,17 @@
 /// frames) is not stored.
 ///
 /// The top object carries `"format": "zyltp-program"` and `"version": 1`; files of a newer
-/// version are refused.
+/// version are refused. Plain tools came without a new version: they add a kind that older
+/// readers refuse by name ("tools[2].kind: unknown tool kind"), while every file without
+/// one stays byte for byte what it was.
 ///
 /// Loading validates everything and refuses a bad file with a message naming the JSON path
-/// of the fault, e.g. `procedures[0].courses[12].points[40].tool_axis: not a unit vector`.
-/// It builds the program through `ZYLTPProgramBuilder` and hands it out only once the whole
-/// file has been read, so a refused (or cancelled) load creates nothing. Loading never throws.
+/// of the fault, e.g. `procedures[0].courses[12].points[40].tool_axis: not a unit vector`;
+/// a value out of range gets the message of the model's setter for it. It builds the
+/// program through `ZYLTPProgramBuilder` alone (frames as stored, parameters through the
+/// builder, no transaction) and hands it out only once the whole file has been read, so a
+/// refused (or cancelled) load creates nothing. Loading never throws. A file is mapped into
+/// memory rather than read, where the system allows.
 ///
 /// Saving streams the program into a byte buffer written to the file in large chunks,
 /// through a temporary file renamed over the target at the end, so a failed save leaves the

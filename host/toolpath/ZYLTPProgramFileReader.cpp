@@ -4,9 +4,7 @@
 
 #include "ZYLTPCourse.h"
 #include "ZYLTPCourseLink.h"
-#include "ZYLTPCoursePoints.h"
 #include "ZYLTPInspectionProcedure.h"
-#include "ZYLTPLinearCourseLink.h"
 #include "ZYLTPMachineConfiguration.h"
 #include "ZYLTPMachineHead.h"
 #include "ZYLTPProgramBuilder.h"
@@ -14,8 +12,6 @@
 #include "ZYLTPRoller.h"
 #include "ZYLTPTool.h"
 #include "ZYLTPTowCourse.h"
-
-#include "ZYLFeatContainer.h"
 
 #include "ZYLGeoAssembledCurveOnSurface.h"
 #include "ZYLGeoBSplineSurface.h"
@@ -30,23 +26,29 @@
 #include <QFile>
 #include <QPointF>
 
+#ifdef Q_OS_UNIX
+#include <fcntl.h>
+#include <sys/mman.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#endif
+
 #include <algorithm>
-#include <cctype>
 #include <cmath>
-#include <functional>
 #include <iterator>
 #include <limits>
 #include <new>
 #include <tuple>
+#include <utility>
 #include <vector>
 
 namespace od = simdjson::ondemand;
 
 namespace {
 
-// Unit vectors and orthogonality are checked to this tolerance: well above the rounding of
-// a saved file, well below any real fault.
-constexpr double UnitTolerance = 1e-6;
+// Unit vectors and orthogonality are checked here, where the fault can be located, to the
+// tolerance the builder applies to frames taken as given.
+constexpr double UnitTolerance = ZYLTPProgramBuilder::FrameTolerance;
 
 struct Failure {
     QString message;
@@ -76,6 +78,17 @@ QString ErrorText(simdjson::error_code error)
     }
 }
 
+// Returns the index of the member's name in `keys`, or `count` for another name. The name is
+// compared as it stands in the file: unescaping it would copy every name of the file.
+int KeyIndex(const od::field &field, const char *const *keys, int count)
+{
+    const od::raw_json_string key = field.key();
+    for (int k = 0; k < count; ++k)
+        if (key.unsafe_is_equal(std::string_view(keys[k])))
+            return k;
+    return count;
+}
+
 // Reads one program. Every read pushes its place onto a path so that a fault is reported
 // where it is ("procedures[0].courses[12].points[40].tool_axis: not a unit vector"); the
 // path costs a push and a pop per value, the text is only made on failure.
@@ -100,9 +113,7 @@ public:
         for (auto member : root) {  // NOLINT(performance-for-range-copy)
             od::field field;
             Check(std::move(member).get(field), "expected a member");
-            std::string_view key;
-            Check(field.unescaped_key().get(key), "expected a member name");
-            const int k = int(std::find(keys, keys + numKeys, key) - keys);
+            const int k = KeyIndex(field, keys, numKeys);
             if (k == numKeys)
                 continue;
             if (k > 1 && !(seen[0] && seen[1])) {
@@ -150,7 +161,6 @@ public:
         const char *rest = nullptr;
         if (document.current_location().get(rest) == simdjson::SUCCESS || document.current_depth() != 0)
             Fail(Tr("unexpected content after the program"));
-        ApplyParameters();
         Report(1.0);
         return ZYLGeoRef<ZYLTPProgram>(m_builder.TakeProgram());
     }
@@ -207,6 +217,21 @@ private:
             return read();
         } catch (const ZYLSysException &e) {
             Fail(e.GetMessage());
+        }
+    }
+
+    // Reads the numbers `members` of a parameter set one by one, each checked with the
+    // builder's `check` of the whole set as soon as it is read: the members read before passed
+    // and the others still hold valid defaults, so a refusal is the new member's and is
+    // reported at its key, with the message the model's setter gives.
+    template<class Parameters, class Member, size_t N>
+    void ParameterFields(od::object &object, Parameters &parameters, const std::pair<const char *, Member> (&members)[N],
+                         void (*check)(const Parameters &))
+    {
+        for (const auto &[key, member] : members) {
+            parameters.*member = NumberField(object, key);
+            Scope s(*this, key);
+            Guard([&] { check(parameters); });
         }
     }
 
@@ -498,18 +523,34 @@ private:
         });
     }
 
+    // Tools are rollers ("roller", also the kind of a tool without one, as files once had
+    // only rollers) or plain tools ("plain": a name and collision points).
     void ReadTools(od::value value)
     {
         ForEachElement(value, [&](od::value v) {
             od::object tool = Object(v);
-            if (StringField(tool, "kind") != QLatin1String("roller")) {
+            QString kind = QStringLiteral("roller");
+            od::value kindValue;
+            const simdjson::error_code error = tool.find_field_unordered("kind").get(kindValue);
+            if (error != simdjson::NO_SUCH_FIELD) {
                 Scope k(*this, "kind");
-                Fail(Tr("unknown tool kind"));
+                Check(error, "expected a string");
+                kind = String(kindValue);
+            }
+            const bool roller = kind == QLatin1String("roller");
+            if (!roller && kind != QLatin1String("plain")) {
+                Scope k(*this, "kind");
+                Fail(Tr("unknown tool kind \"%1\"").arg(kind));
             }
             const QString name = StringField(tool, "name");
-            const double width = NumberField(tool, "width");
-            const double diameter = NumberField(tool, "diameter");
-            ZYLTPRoller *made = Guard([&] { return m_builder.AddRoller(name, width, diameter); });
+            ZYLTPTool *made = nullptr;
+            if (roller) {
+                const double width = NumberField(tool, "width");
+                const double diameter = NumberField(tool, "diameter");
+                made = Guard([&] { return m_builder.AddRoller(name, width, diameter); });
+            } else {
+                made = m_builder.AddTool(name);
+            }
             const auto points = CollisionPointsField(tool);
             Close(tool);
             Guard([&] { m_builder.SetCollisionPoints(made, points); });
@@ -541,53 +582,24 @@ private:
         ReportPosition();
     }
 
-    // Parameters the builder has no way to set go through the model's setters, which record
-    // their changes; they are applied in one private transaction once everything is read.
-    template<class Object, class Value, class Param>
-    void Defer(Object *target, const Value &current, const Value &wanted, void (Object::*setter)(Param),
-               const char *key)
-    {
-        if (current == wanted)
-            return;
-        Scope s(*this, key);
-        m_deferred.push_back({PathText() + QStringLiteral(": "), [target, wanted, setter] { (target->*setter)(wanted); }});
-    }
-    void ApplyParameters()
-    {
-        if (m_deferred.empty())
-            return;
-        ZYLFeatContainer container;
-        container.OpenTransaction(Tr("Load program"));
-        for (const Deferred &d : m_deferred) {
-            try {
-                d.apply();
-            } catch (const ZYLSysException &e) {
-                container.AbortTransaction();
-                throw Failure{d.place + e.GetMessage()};
-            }
-        }
-        container.CommitTransaction();
-    }
-
     void ReadRollLayup(od::object &object, ZYLTPRollLayupProcedure *procedure)
     {
         {
             od::object p = Object(Field(object, "parameters"));
             Scope s(*this, "parameters");
-            using P = ZYLTPRollLayupProcedure;
-            Defer(procedure, procedure->GetLayingFeedrate(), NumberField(p, "laying_feed_rate"), &P::SetLayingFeedrate, "laying_feed_rate");
-            Defer(procedure, procedure->GetAddingFeedrate(), NumberField(p, "adding_feed_rate"), &P::SetAddingFeedrate, "adding_feed_rate");
-            Defer(procedure, procedure->GetCuttingFeedrate(), NumberField(p, "cutting_feed_rate"), &P::SetCuttingFeedrate, "cutting_feed_rate");
-            Defer(procedure, procedure->GetRapidFeedRate(), NumberField(p, "rapid_feed_rate"), &P::SetRapidFeedRate, "rapid_feed_rate");
-            Defer(procedure, procedure->GetRapidApproach(), NumberField(p, "rapid_approach"), &P::SetRapidApproach, "rapid_approach");
-            Defer(procedure, procedure->GetRapidRetract(), NumberField(p, "rapid_retract"), &P::SetRapidRetract, "rapid_retract");
-            Defer(procedure, procedure->GetSafetyClearance(), NumberField(p, "safety_clearance"), &P::SetSafetyClearance, "safety_clearance");
-            Defer(procedure, procedure->GetAddCutDistance(), NumberField(p, "add_cut_distance"), &P::SetAddCutDistance, "add_cut_distance");
-            Defer(procedure, procedure->GetHomeFrame(), FrameField(p, "home_frame"), &P::SetHomeFrame, "home_frame");
-            const auto strategy = ZYLTPCourseLink::OffPartMotionStrategy(
+            using P = ZYLTPProgramBuilder::ProcedureParameters;
+            static constexpr std::pair<const char *, double P::*> numbers[] = {
+                {"laying_feed_rate", &P::layingFeedRate},   {"adding_feed_rate", &P::addingFeedRate},
+                {"cutting_feed_rate", &P::cuttingFeedRate}, {"rapid_feed_rate", &P::rapidFeedRate},
+                {"rapid_approach", &P::rapidApproach},      {"rapid_retract", &P::rapidRetract},
+                {"safety_clearance", &P::safetyClearance},  {"add_cut_distance", &P::addCutDistance}};
+            P parameters;
+            ParameterFields(p, parameters, numbers, &ZYLTPProgramBuilder::CheckProcedureParameters);
+            parameters.homeFrame = FrameField(p, "home_frame");
+            parameters.defaultStrategy = ZYLTPCourseLink::OffPartMotionStrategy(
                 IntegerField(p, "default_strategy", ZYLTPCourseLink::Linear, ZYLTPCourseLink::Custom));
-            Defer(procedure, procedure->GetDefaultStrategy(), strategy, &P::SetDefaultStrategy, "default_strategy");
             Close(p);
+            Guard([&] { m_builder.SetProcedureParameters(procedure, parameters); });
         }
 
         const ZYLTPProgram *program = m_builder.GetProgram();
@@ -671,9 +683,7 @@ private:
             for (auto member : point) {
                 od::field field;
                 Check(std::move(member).get(field), "expected a member");
-                std::string_view key;
-                Check(field.unescaped_key().get(key), "expected a member name");
-                const int k = int(std::find(keys, keys + 3, key) - keys);
+                const int k = KeyIndex(field, keys, 3);
                 if (k == 3)
                     continue;
                 Scope s(*this, keys[k]);
@@ -735,13 +745,12 @@ private:
         });
         Close(object);
 
-        std::vector<ZYLMathVector> normals = data.normals;
-        std::vector<ZYLMathVector> directions = data.directions;
-        const double rollIn = data.rollIn, rollOut = data.rollOut;
+        // The frames were checked above: they are stored as read, so that save, load, save
+        // gives the same bytes.
+        data.frameMode = ZYLTPProgramBuilder::FrameMode::AsGiven;
         ZYLTPTowCourse *course = Guard([&] {
             return m_builder.AddTowCourse(procedure, procedure->GetMachineConfiguration(configuration), std::move(data));
         });
-        RestoreFrames(*course, std::move(normals), std::move(directions), rollIn, rollOut);
         {
             Scope s(*this, "break_ranges");
             for (size_t i = 0; i < ranges.size(); ++i) {
@@ -750,28 +759,6 @@ private:
             }
         }
         ReportPosition();
-    }
-
-    // The builder normalises the normals and makes the directions orthogonal to them again,
-    // which moves their last bits; the file's vectors are unit and orthogonal already (checked
-    // above), so they are put back as read, with the roll-in and roll-out points made from
-    // them as the builder makes them. Without this, every save and load would drift the
-    // frames by a rounding step and save, load, save would not give the same bytes.
-    static void RestoreFrames(const ZYLTPCourse &course, std::vector<ZYLMathVector> normals,
-                              std::vector<ZYLMathVector> directions, double rollIn, double rollOut)
-    {
-        auto &points = const_cast<ZYLTPCoursePoints &>(course.GetPointData());
-        const size_t n = normals.size();
-        if (points.tips.size() != n + 2 || !points.views.empty())
-            return;
-        std::copy(normals.begin(), normals.end(), points.normals.begin() + 1);
-        std::copy(directions.begin(), directions.end(), points.directions.begin() + 1);
-        points.normals.front() = normals.front();
-        points.directions.front() = directions.front();
-        points.normals.back() = normals.back();
-        points.directions.back() = directions.back();
-        points.tips.front() = points.tips[1] - directions.front() * rollIn;
-        points.tips.back() = points.tips[n] + directions.back() * rollOut;
     }
 
     void ReadLink(od::value value, ZYLTPRollLayupProcedure *procedure)
@@ -791,37 +778,27 @@ private:
             Fail(procedureLink ? Tr("a procedure link joins exactly one course") : Tr("a course link needs both courses"));
         }
 
-        ZYLTPCourseLink *link = nullptr;
-        double linearApproach = 0.0, linearRetract = 0.0;
+        ZYLTPProgramBuilder::LinkParameters parameters;
+        parameters.detail = detail;
+        if (strategy == QLatin1String("linear") && !procedureLink) {
+            using L = ZYLTPProgramBuilder::LinkParameters;
+            static constexpr std::pair<const char *, std::optional<double> L::*> distances[] = {
+                {"rapid_approach", &L::rapidApproach}, {"rapid_retract", &L::rapidRetract}};
+            ParameterFields(object, parameters, distances, &ZYLTPProgramBuilder::CheckLinkParameters);
+        }
         if (procedureLink || strategy == QLatin1String("linear") || strategy == QLatin1String("safety_plane")) {
             const auto kind = strategy == QLatin1String("safety_plane") ? ZYLTPCourseLink::SafetyPlane : ZYLTPCourseLink::Linear;
-            link = Guard([&] { return m_builder.AddLink(procedure, fromCourse, toCourse, kind); });
+            Guard([&] { m_builder.AddLink(procedure, fromCourse, toCourse, kind, parameters); });
         } else if (strategy == QLatin1String("custom")) {
             std::vector<ZYLMathAxis> frames;
             ForEach(Field(object, "frames"), "frames", [&](od::value v) { frames.push_back(FrameValue(v)); });
-            link = Guard([&] { return m_builder.AddCustomLink(procedure, fromCourse, toCourse, std::move(frames)); });
+            Guard([&] { m_builder.AddCustomLink(procedure, fromCourse, toCourse, std::move(frames), parameters); });
         } else {
             Scope s(*this, "strategy");
             Fail(Tr("unknown link strategy \"%1\"").arg(strategy));
         }
-        if (qobject_cast<ZYLTPLinearCourseLink *>(link)) {
-            linearApproach = NumberField(object, "rapid_approach");
-            linearRetract = NumberField(object, "rapid_retract");
-        }
         Close(object);
-        Defer(link, link->GetPointsDetail(), detail, &ZYLTPCourseLink::SetPointsDetail, "detail");
-        if (auto *linear = qobject_cast<ZYLTPLinearCourseLink *>(link)) {
-            Defer(linear, linear->GetRapidApproach(), linearApproach, &ZYLTPLinearCourseLink::SetRapidApproach,
-                  "rapid_approach");
-            Defer(linear, linear->GetRapidRetract(), linearRetract, &ZYLTPLinearCourseLink::SetRapidRetract,
-                  "rapid_retract");
-        }
     }
-
-    struct Deferred {
-        QString place;
-        std::function<void()> apply;
-    };
 
     const char *m_begin;
     size_t m_size;
@@ -830,10 +807,9 @@ private:
     std::vector<Element> m_path;
     ZYLTPProgramBuilder m_builder;
     ZYLGeoRef<ZYLGeoSurface> m_surface;
-    std::vector<Deferred> m_deferred;
 };
 
-ZYLTPProgramFile::LoadResult ReadPadded(const simdjson::padded_string &json, const ZYLTPProgramFile::Progress &progress)
+ZYLTPProgramFile::LoadResult ReadPadded(simdjson::padded_string_view json, const ZYLTPProgramFile::Progress &progress)
 {
     ZYLTPProgramFile::LoadResult result;
     try {
@@ -861,12 +837,68 @@ ZYLTPProgramFile::LoadResult ReadPadded(const simdjson::padded_string &json, con
     return result;
 }
 
+#ifdef Q_OS_UNIX
+// A file mapped read-only with the parser's padding readable behind it. Mapping instead of
+// reading saves copying a file of hundreds of megabytes into fresh memory, whose page
+// faults alone took a third of the load time. Zero pages are reserved for file and padding
+// first and the file is mapped over their start, so the padding is there whatever the size
+// of the file. The mapping is private and lives only for the load; a file replaced while it
+// loads (saving writes a new file and renames it) leaves the mapped one intact.
+class MappedFile {
+public:
+    explicit MappedFile(const QByteArray &name)
+    {
+        const int fd = ::open(name.constData(), O_RDONLY | O_CLOEXEC);
+        if (fd < 0)
+            return;
+        struct stat info = {};
+        if (::fstat(fd, &info) == 0 && S_ISREG(info.st_mode) && info.st_size > 0) {
+            const size_t size = size_t(info.st_size);
+            const size_t page = size_t(::sysconf(_SC_PAGESIZE));
+            const size_t capacity = (size + simdjson::SIMDJSON_PADDING + page - 1) / page * page;
+            void *base = ::mmap(nullptr, capacity, PROT_READ, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+            if (base != MAP_FAILED) {
+                if (::mmap(base, size, PROT_READ, MAP_PRIVATE | MAP_FIXED | MAP_POPULATE, fd, 0) == base) {
+                    m_base = static_cast<char *>(base);
+                    m_size = size;
+                    m_capacity = capacity;
+                } else {
+                    ::munmap(base, capacity);
+                }
+            }
+        }
+        ::close(fd);
+    }
+    ~MappedFile()
+    {
+        if (m_base)
+            ::munmap(m_base, m_capacity);
+    }
+    MappedFile(const MappedFile &) = delete;
+    MappedFile &operator=(const MappedFile &) = delete;
+
+    bool IsMapped() const { return m_base != nullptr; }
+    simdjson::padded_string_view View() const { return simdjson::padded_string_view(m_base, m_size, m_capacity); }
+
+private:
+    char *m_base = nullptr;
+    size_t m_size = 0;
+    size_t m_capacity = 0;
+};
+#endif
+
 } // namespace
 
 ZYLTPProgramFile::LoadResult ZYLTPProgramFile::Load(const QString &fileName, const Progress &progress)
 {
-    simdjson::padded_string json;
     const QByteArray name = QFile::encodeName(fileName);
+#ifdef Q_OS_UNIX
+    const MappedFile mapped(name);
+    if (mapped.IsMapped())
+        return ReadPadded(mapped.View(), progress);
+#endif
+    // Files that cannot be mapped (empty ones, special files) are read into memory.
+    simdjson::padded_string json;
     if (simdjson::padded_string::load(std::string_view(name.constData(), size_t(name.size()))).get(json)) {
         LoadResult result;
         result.error = tr("Cannot read %1").arg(fileName);

@@ -17,8 +17,9 @@ class ZYLTPProgram;
 /// collision points. Resources are owned by their program and made by the program builder.
 ///
 /// Ids: a head's id is its position in the program's list of heads, a tool's id its position
-/// in the program's list of tools, both from 0; a roller's id is therefore its position in
-/// the program's roller list, which is the order the host hands rollers to the display.
+/// in the program's list of tools, both from 0. Rollers and plain tools share the tool list,
+/// so a roller's id is its position among all tools; the host hands rollers to the display
+/// under these ids and skips the plain tools.
 ///
 /// Collision points are spheres given as (centre in the resource's tool frame, radius mm).
 class ZYLTOOLPATH_EXPORT ZYLTPResource : public QObject {
