@@ -88,15 +88,6 @@ int DifferentPixels(const QImage &a, const QImage &b) {
     return count;
 }
 
-QSet<QRgb> Colours(const QImage &image) {
-    QSet<QRgb> colours;
-    const QImage rgb = image.convertToFormat(QImage::Format_RGB32);
-    for (int row = 0; row < rgb.height(); row += 2)
-        for (int column = 0; column < rgb.width(); column += 2)
-            colours.insert(rgb.pixel(column, row));
-    return colours;
-}
-
 } // namespace
 
 class tst_ZYLStudioMainWindow : public QObject {
@@ -109,7 +100,6 @@ private slots:
     void startsOnTheDemoWithTheActionsInGroups();
     void viewActionsCheckAndRedraw_data();
     void viewActionsCheckAndRedraw();
-    void frameIsDrawnAndLosesTheHiddenCourses();
     void clickSelectsTheCourseUnderTheMouse();
     void mousePointFollowsTheLengthUnit();
     void undoAndRedoUpdateViewSummaryAndTitle();
@@ -253,11 +243,9 @@ void tst_ZYLStudioMainWindow::viewActionsCheckAndRedraw_data() {
     const QString course = QStringLiteral("ViewCourse");
     const QString both = QStringLiteral("ViewCourseAndPolyline");
     QTest::newRow("hide courses") << course << QStringLiteral("HideCourse") << course;
-    QTest::newRow("course polyline") << course << QStringLiteral("ViewCoursePolyline") << course;
+    QTest::newRow("hide courses of the polyline") << both << QStringLiteral("HideCourse") << both;
     QTest::newRow("laying points with all axes")
         << both << QStringLiteral("ViewLayingPointsWithAllAxes") << QStringLiteral("ViewLayingPointsWithToolAxis");
-    QTest::newRow("hide laying points")
-        << both << QStringLiteral("HideLayingPoints") << QStringLiteral("ViewLayingPointsWithToolAxis");
     QTest::newRow("hide course links") << both << QStringLiteral("HideCourseLinks")
                                        << QStringLiteral("ViewCourseLinksWithPointsOnly");
     QTest::newRow("surface toggle") << course << QStringLiteral("ViewSurface") << QString();
@@ -276,7 +264,16 @@ void tst_ZYLStudioMainWindow::viewActionsCheckAndRedraw() {
     QVERIFY(action);
     QVERIFY(action->isCheckable());
     const bool wasChecked = action->isChecked();
+    const quint64 frames = m_window->GetViewer()->GetFrameCount();
+    QTRY_VERIFY(m_window->GetViewer()->GetFrameCount() > frames);
     const QImage before = Render();
+    // Not blank: most of the close-up differs from the background alone.
+    ZYLStudioViewer *viewer = m_window->GetViewer();
+    viewer->SetEnvironment(nullptr);
+    const QImage background = Render();
+    viewer->SetEnvironment(m_session->GetEditEnvironment());
+    QVERIFY2(DifferentPixels(before, background) > before.width() * before.height() / 4,
+             qPrintable(QString::number(DifferentPixels(before, background))));
 
     action->trigger();
     if (uncheckedMode.isEmpty()) {
@@ -293,26 +290,6 @@ void tst_ZYLStudioMainWindow::viewActionsCheckAndRedraw() {
     else
         ViewAction(uncheckedMode)->trigger();
     QCOMPARE(DifferentPixels(before, Render()), 0);
-}
-
-void tst_ZYLStudioMainWindow::frameIsDrawnAndLosesTheHiddenCourses() {
-    ZYLStudioViewer *viewer = m_window->GetViewer();
-    const quint64 frames = viewer->GetFrameCount();
-    viewer->update();
-    QTRY_VERIFY(viewer->GetFrameCount() > frames);
-
-    const QImage shown = viewer->RenderToImage(QSize(400, 250));
-    // Background gradient, surface, courses and links: far more than a blank view's colours.
-    QVERIFY2(Colours(shown).size() > 50, qPrintable(QString::number(Colours(shown).size())));
-    ViewAction(QStringLiteral("HideCourse"))->trigger();
-    ViewAction(QStringLiteral("HideLayingPoints"))->trigger();
-    const QImage hidden = viewer->RenderToImage(QSize(400, 250));
-    QVERIFY2(DifferentPixels(shown, hidden) > 400 * 250 / 20,
-             qPrintable(QString::number(DifferentPixels(shown, hidden))));
-    for (QAction *node : {ViewAction(QStringLiteral("ViewCourse")),
-                          ViewAction(QStringLiteral("ViewLayingPointsWithToolAxis"))})
-        node->trigger();
-    QCOMPARE(DifferentPixels(shown, viewer->RenderToImage(QSize(400, 250))), 0);
 }
 
 void tst_ZYLStudioMainWindow::clickSelectsTheCourseUnderTheMouse() {
