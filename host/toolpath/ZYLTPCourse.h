@@ -172,8 +172,9 @@ public:
     ///   stay in laying order.
     /// With `keepLinks` the course's incoming and outgoing links stay and join its new ends
     /// (links follow the ends of the courses they join); otherwise they are removed.
-    /// Reversing twice gives back the same course. Recorded, in the open transaction
-    /// (`ZYLSysException` when none is open, changing nothing).
+    /// Reversing twice gives back the same course. Recorded, in the open transaction;
+    /// throws `ZYLSysException`, changing nothing, when none is open or the course has been
+    /// removed from its procedure.
     void Reverse(bool keepLinks = true);
     /// Splits the course at `breakRange`, one of its own break ranges, into this course and a
     /// new one of the same class, machine configuration, feed rates and instructions, placed
@@ -197,7 +198,8 @@ public:
     ///   course to the new one, so that the chain stays whole; without one, the two are left
     ///   unlinked.
     /// Throws `ZYLSysException`, changing nothing, for a null range, a range of another
-    /// course, or a split point that would leave either piece with fewer than two tow points.
+    /// course, a course removed from its procedure, or a split point that would leave either
+    /// piece with fewer than two tow points.
     /// Recorded; undo gives back the same objects.
     ZYLTPCourse *Break(const ZYLTPBreakRange *breakRange);
     /// Corrects the tool frames of the points [from, to) (null `to`: to the end of the
@@ -243,6 +245,7 @@ private:
     void MoveEndPoint(bool rollIn, double distance);
     int FindOnPartTrajectory(int pointIndex) const;
     // Editing the course as a whole (ZYLTPCourseEdit.cpp).
+    void CheckInProcedure() const;
     std::unique_ptr<ZYLTPCourse> CreateSibling() const;
     int FindNearestTowPoint(double arcLength) const;
     std::vector<std::pair<double, double>> PlanBreakRanges(double length, double &smallestLength) const;

@@ -140,8 +140,16 @@ ZYLTPOffPartTrajectory *OffPartAt(const std::vector<std::unique_ptr<ZYLTPTraject
 // ---------------------------------------------------------------------------------------------
 // Reversing
 
+void ZYLTPCourse::CheckInProcedure() const
+{
+    // A removed course lives on in the history for undo, but is no longer the model's.
+    if (m_procedure->GetCourseIndex(this) < 0)
+        throw ZYLSysException(tr("The course has been removed from its procedure"));
+}
+
 void ZYLTPCourse::Reverse(bool keepLinks)
 {
+    CheckInProcedure();
     ZYLFeatRecorder::RequireTransaction(QT_TR_NOOP("Reversing a course"));
     auto *towCourse = qobject_cast<ZYLTPTowCourse *>(this);
     const int width = towCourse ? towCourse->GetNumTows() : 0;
@@ -299,6 +307,7 @@ ZYLTPCourse *ZYLTPCourse::Break(const ZYLTPBreakRange *breakRange)
                                    [breakRange](const auto &r) { return r.get() == breakRange; });
     if (breakRange->GetCourse() != this || used == m_breakRanges.end())
         throw ZYLSysException(tr("The break range is not one of the course's own"));
+    CheckInProcedure();
     ZYLFeatRecorder::RequireTransaction(QT_TR_NOOP("Breaking a course"));
     const ZYLTPCoursePoints &old = *m_points;
     const int n = old.GetNumPoints();

@@ -183,6 +183,7 @@ void tst_ZYLTPCourseBreak::orderIndexesAndLinks_data()
     QTest::newRow("unlinked") << false << 0;
     QTest::newRow("chain, linear joint") << true << int(ZYLTPCourseLink::Linear);
     QTest::newRow("chain, safety plane joint") << true << int(ZYLTPCourseLink::SafetyPlane);
+    QTest::newRow("chain, custom joint") << true << int(ZYLTPCourseLink::Custom);
 }
 
 void tst_ZYLTPCourseBreak::orderIndexesAndLinks()
@@ -225,16 +226,22 @@ void tst_ZYLTPCourseBreak::orderIndexesAndLinks()
     QVERIFY(t.procedure->GetCoursesUnlinkedAtRetract().isEmpty());
     QVERIFY(t.procedure->IsLinkedInChain(t.courses[2], t.courses[1]));
     QCOMPARE(t.procedure->GetLinkByPosition(3), out);
+    // The joint runs from this course's new end to the new course's start.
+    QCOMPARE(joint->GetPoint(0)->GetTipPoint(), t.courses[0]->GetRetractTrajectory()->GetFarFrame().GetOrigin());
+    QCOMPARE(joint->GetPoint(joint->GetNumPoints() - 1)->GetTipPoint(),
+             piece->GetApproachTrajectory()->GetFarFrame().GetOrigin());
 }
 
 void tst_ZYLTPCourseBreak::refused_data()
 {
-    QTest::addColumn<int>("kind"); // 0 null, 1 range of another course, 2-3 piece too short, 4 no transaction
+    // 0 null, 1 range of another course, 2-3 piece too short, 4 no transaction, 5 removed course
+    QTest::addColumn<int>("kind");
     QTest::newRow("null range") << 0;
     QTest::newRow("range of another course") << 1;
     QTest::newRow("one tow point before") << 2;
     QTest::newRow("one tow point after") << 3;
     QTest::newRow("outside a transaction") << 4;
+    QTest::newRow("course removed") << 5;
 }
 
 void tst_ZYLTPCourseBreak::refused()
@@ -245,13 +252,19 @@ void tst_ZYLTPCourseBreak::refused()
     const ZYLTPBreakRange *ranges[] = {nullptr, t.builder.AddBreakRange(t.courses[1], 40.0, 60.0),
                                        t.builder.AddBreakRange(t.courses[0], 0.0, 30.0),
                                        t.builder.AddBreakRange(t.courses[0], 104.0, 120.0),
+                                       t.builder.AddBreakRange(t.courses[0], 40.0, 60.0),
                                        t.builder.AddBreakRange(t.courses[0], 40.0, 60.0)};
-    const QByteArray before = ZYLTPBytes(t.program);
     if (kind != 4)
         t.Open();
+    if (kind == 5)
+        t.procedure->RemoveCourse(t.courses[0]);
+    const QByteArray before = ZYLTPBytes(t.program);
+    const int courses = t.procedure->GetNumCourses();
     QVERIFY_THROWS_EXCEPTION(ZYLSysException, t.courses[0]->Break(ranges[kind]));
     QCOMPARE(ZYLTPBytes(t.program), before);
-    QCOMPARE(t.procedure->GetNumCourses(), 2);
+    QCOMPARE(t.procedure->GetNumCourses(), courses);
+    if (kind == 5)
+        QVERIFY_THROWS_EXCEPTION(ZYLSysException, t.courses[0]->Reverse(true));
 }
 
 void tst_ZYLTPCourseBreak::undoRedoKeepObjects()
