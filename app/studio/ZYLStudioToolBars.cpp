@@ -14,8 +14,6 @@
 #include <QPointer>
 #include <QToolBar>
 
-#include <dlfcn.h>
-
 #include <algorithm>
 
 namespace {
@@ -76,31 +74,6 @@ Layout Classify(const QList<ZYLCmdAction *> &actions) {
     return layout;
 }
 
-// The module keeps its view settings in a singleton of its own. The host does not link the
-// module (it is loaded and unloaded at run time), so it asks the library that holds the view
-// command's class for the exported accessor `ZYLTPEditUISettings::GetInstance()`.
-ZYLSysSettings *FindViewSettings(const QMetaObject *commandClass) {
-    static constexpr char accessorName[] = "_ZN19ZYLTPEditUISettings11GetInstanceEv";
-    void *accessor = nullptr;
-    Dl_info info{};
-    if (commandClass && dladdr(commandClass, &info) && info.dli_fname) {
-        // RTLD_NOLOAD only looks up the library already mapped; the handle goes back at once
-        // so that the module can still be unloaded.
-        if (void *handle = dlopen(info.dli_fname, RTLD_LAZY | RTLD_NOLOAD)) {
-            accessor = dlsym(handle, accessorName);
-            dlclose(handle);
-        }
-    }
-    // A module linked into the program itself is found among its global symbols.
-    if (!accessor)
-        accessor = dlsym(RTLD_DEFAULT, accessorName);
-    if (!accessor)
-        return nullptr;
-    QObject *settings = reinterpret_cast<QObject *(*)()>(accessor)();
-    return qobject_cast<ZYLSysSettings *>(settings);
-}
-
-// Returns the names of the properties of `settings`' own class (not of its bases) of a type.
 QList<QByteArray> OwnProperties(const ZYLSysSettings *settings, QMetaType::Type type) {
     QList<QByteArray> names;
     const QMetaObject *meta = settings->metaObject();
@@ -319,8 +292,9 @@ void ZYLStudioToolBars::FillMenu(int index) {
 void ZYLStudioToolBars::BindSettings() {
     ZYLSysSettings *settings = nullptr;
     if (!d->viewCommandClass.isEmpty()) {
-        const QMetaObject *commandClass = ZYLCmdController::GetController()->GetRegisteredCommand(d->viewCommandClass);
-        settings = FindViewSettings(commandClass);
+        // The module keeps its view settings in a singleton of its own, which the host reaches
+        // by class name: it does not link the module it loads at run time.
+        settings = ZYLSysSettings::Find("ZYLTPEditUISettings");
         if (!settings && !d->reportedMissingSettings) {
             d->reportedMissingSettings = true;
             qCWarning(lcStudioToolBars) << "No view settings found for" << d->viewCommandClass

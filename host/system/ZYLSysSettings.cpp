@@ -172,6 +172,15 @@ void ZYLSysSettings::RestoreAll()
     }
 }
 
+ZYLSysSettings *ZYLSysSettings::Find(const char *className)
+{
+    for (ZYLSysSettings *settings : LiveSettings()) {
+        if (qstrcmp(settings->metaObject()->className(), className) == 0)
+            return settings;
+    }
+    return nullptr;
+}
+
 QString ZYLSysSettings::GetSettingsFilePath()
 {
     return SettingsFolder() + QStringLiteral("/zyl.ini");

@@ -60,6 +60,10 @@ public:
 
     /// Restores every live settings object.
     static void RestoreAll();
+    /// Returns the live settings object of the class `className` (its meta-object's class
+    /// name), or null. Lets a host reach the settings of a library it loads at run time
+    /// without linking it.
+    static ZYLSysSettings *Find(const char *className);
     /// Returns the path of the settings file in use.
     static QString GetSettingsFilePath();
 

@@ -82,6 +82,17 @@ private slots:
         qputenv("ZYL_SETTINGS_DIR", m_folder->path().toUtf8());
     }
 
+    void findsLiveObjectsByClassName()
+    {
+        QCOMPARE(ZYLSysSettings::Find("TestSettings"), nullptr);
+        {
+            TestSettings settings;
+            QCOMPARE(ZYLSysSettings::Find("TestSettings"), &settings);
+            QCOMPARE(ZYLSysSettings::Find("ZYLSysSettings"), nullptr);
+        }
+        QCOMPARE(ZYLSysSettings::Find("TestSettings"), nullptr);
+    }
+
     void storesUnderTheSettingsFolder()
     {
         TestSettings settings;
