@@ -1,6 +1,14 @@
 // SPDX-License-Identifier: LicenseRef-ZYL-Proprietary
 #include "ZYLTPCliSubcommand.h"
 
+#include "ZYLTPCourse.h"
+#include "ZYLTPMachineConfiguration.h"
+#include "ZYLTPMachineHead.h"
+#include "ZYLTPTool.h"
+
+#include "ZYLSysException.h"
+#include "ZYLSysValue.h"
+
 #include <QCoreApplication>
 
 #include <cstdio>
@@ -8,8 +16,7 @@
 bool ZYLTPCliSubcommand::Parse(QCommandLineParser &parser, const QStringList &arguments, const QString &description,
                                int *exitCode) const
 {
-    parser.setApplicationDescription(
-        description + QStringLiteral("\n\nExit codes: 0 success, 1 bad file or failed operation, 2 usage error."));
+    parser.setApplicationDescription(description + QStringLiteral("\n\n") + GetExitCodes());
     const QCommandLineOption help(QStringList{QStringLiteral("h"), QStringLiteral("help")},
                                   QCoreApplication::translate("zyltp", "Shows this help."));
     parser.addOption(help);
@@ -28,6 +35,34 @@ bool ZYLTPCliSubcommand::Parse(QCommandLineParser &parser, const QStringList &ar
         return false;
     }
     return true;
+}
+
+QString ZYLTPCliSubcommand::GetExitCodes() const
+{
+    return QCoreApplication::translate("zyltp", "Exit codes: 0 success, 1 bad file or failed operation, 2 usage error.");
+}
+
+bool ZYLTPCliSubcommand::ReadLength(const QString &text, double *millimetres, QString *error)
+{
+    ZYLSysValue value(ZYLSysValue::Length, 0.0);
+    try {
+        value.FromString(text.trimmed());
+    } catch (const ZYLSysException &e) {
+        *error = e.GetMessage();
+        return false;
+    }
+    *millimetres = value.GetValue();
+    return true;
+}
+
+QList<std::pair<ZYLMathPoint, double>> ZYLTPCliSubcommand::GetCollisionPoints(const ZYLTPCourse &course)
+{
+    const ZYLTPMachineConfiguration &configuration = course.GetMachineConfiguration();
+    QList<std::pair<ZYLMathPoint, double>> points;
+    if (configuration.GetHead())
+        points += configuration.GetHead()->GetCollisionPoints();
+    points += configuration.GetTool()->GetCollisionPoints();
+    return points;
 }
 
 void ZYLTPCliSubcommand::Print(const QString &line)

@@ -1,12 +1,20 @@
 // SPDX-License-Identifier: LicenseRef-ZYL-Proprietary
 #pragma once
 
+#include "ZYLMathPoint.h"
+
 #include <QCommandLineParser>
+#include <QList>
 #include <QString>
 #include <QStringList>
 
-/// A subcommand of the zyltp tool ("demo", "info", "check"): its name, a one-line summary
-/// and what it does. New subcommands derive from it and are listed in main.cpp.
+#include <utility>
+
+class ZYLTPCourse;
+
+/// A subcommand of the zyltp tool ("demo", "info", "check", "collisions", "edit"): its name,
+/// a one-line summary and what it does. New subcommands derive from it and are listed in
+/// main.cpp.
 class ZYLTPCliSubcommand {
 public:
     /// Exit codes of every subcommand.
@@ -18,6 +26,16 @@ public:
     /// Runs the subcommand; `arguments` holds the program path followed by the subcommand's
     /// own arguments (its name left out). Returns the exit code.
     virtual int Run(const QStringList &arguments) = 0;
+    /// Returns what the exit codes mean, for --help.
+    virtual QString GetExitCodes() const;
+
+    /// Reads a length typed by the user: a number in the user's length unit or with a unit
+    /// suffix ("10", "0.5in", "12 mm"). Returns false, with the reason in `error`, for text
+    /// that is not a length.
+    static bool ReadLength(const QString &text, double *millimetres, QString *error);
+    /// Returns the collision points the machine of a course carries, as the studio hands
+    /// them to the editing module: the head's (if any), then the tool's.
+    static QList<std::pair<ZYLMathPoint, double>> GetCollisionPoints(const ZYLTPCourse &course);
 
 protected:
     /// Sets up the parser with the description, --help and the exit code text, and parses

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: LicenseRef-ZYL-Proprietary
 // zyltp: the command-line companion of the studio for tool path program files.
 #include "ZYLTPCliCheck.h"
+#include "ZYLTPCliCollisions.h"
 #include "ZYLTPCliDemo.h"
+#include "ZYLTPCliEdit.h"
 #include "ZYLTPCliInfo.h"
 
 #include <QCoreApplication>
@@ -16,9 +18,10 @@ void PrintUsage(const std::vector<std::unique_ptr<ZYLTPCliSubcommand>> &subcomma
 {
     QString text = QStringLiteral("Usage: zyltp <subcommand> [options]\n\nSubcommands:\n");
     for (const auto &s : subcommands)
-        text += QStringLiteral("  %1 %2\n").arg(s->GetName(), -8).arg(s->GetSummary());
+        text += QStringLiteral("  %1 %2\n").arg(s->GetName(), -11).arg(s->GetSummary());
     text += QStringLiteral("\n'zyltp <subcommand> --help' describes each one.\n"
-                           "Exit codes: 0 success, 1 bad file or failed operation, 2 usage error.\n");
+                           "Exit codes: 0 success, 1 bad file or failed operation (for collisions: also when "
+                           "collisions are found), 2 usage error.\n");
     std::fputs(text.toLocal8Bit().constData(), stream);
 }
 
@@ -33,6 +36,8 @@ int main(int argc, char *argv[])
     subcommands.push_back(std::make_unique<ZYLTPCliDemo>());
     subcommands.push_back(std::make_unique<ZYLTPCliInfo>());
     subcommands.push_back(std::make_unique<ZYLTPCliCheck>());
+    subcommands.push_back(std::make_unique<ZYLTPCliCollisions>());
+    subcommands.push_back(std::make_unique<ZYLTPCliEdit>());
 
     const QStringList arguments = QCoreApplication::arguments();
     if (arguments.size() < 2) {
