@@ -176,23 +176,30 @@ void ZYLStudioCamera::Zoom(double factor, const QPointF &widgetPos, const QSizeF
 
 void ZYLStudioCamera::Fit(const ZYLMathBoundingBox &box, const QSizeF &viewport)
 {
-    double radius = 50.0;
-    m_target = ZYLMathPoint();
-    if (!box.IsEmpty()) {
-        m_target = box.GetCenter();
-        radius = 0.5 * box.GetDiagonal().GetLength();
-        if (radius <= 0.0)
-            radius = std::max(1.0, 1e-3 * m_target.ToVector().GetLength());
-    }
-    radius *= fitMargin;
+    m_target = box.IsEmpty() ? ZYLMathPoint() : box.GetCenter();
     const double aspect = aspectOf(viewport);
     const double tanHalf = std::tan(0.5 * m_fieldOfView);
-    if (m_projection == Projection::Perspective) {
-        const double halfAngle = std::min(0.5 * m_fieldOfView, std::atan(tanHalf * aspect));
-        m_distance = radius / std::sin(halfAngle);
-    } else {
-        m_distance = radius / (std::min(1.0, aspect) * tanHalf);
+    // The box's corners in the view's axes (back points from the target to the eye): a fit to
+    // them frames a flat part seen at a slant far tighter than its bounding sphere would.
+    const ZYLMathVector back = m_right.Cross(m_up);
+    double halfHeight = 0.0; // orthographic: half the view's height
+    double distance = 0.0;   // perspective: the eye's distance from the target
+    for (int corner = 0; !box.IsEmpty() && corner < 8; ++corner) {
+        const ZYLMathPoint p((corner & 1 ? box.GetMax() : box.GetMin()).X(), (corner & 2 ? box.GetMax() : box.GetMin()).Y(),
+                             (corner & 4 ? box.GetMax() : box.GetMin()).Z());
+        const ZYLMathVector offset = p - m_target;
+        const double x = fitMargin * std::abs(offset.Dot(m_right));
+        const double y = fitMargin * std::abs(offset.Dot(m_up));
+        const double toEye = offset.Dot(back);
+        halfHeight = std::max({halfHeight, y, x / aspect});
+        distance = std::max({distance, y / tanHalf + toEye, x / (tanHalf * aspect) + toEye});
     }
+    if (halfHeight <= 0.0) {
+        // A point or nothing at all: a small view around it.
+        halfHeight = std::max(50.0, 1e-3 * m_target.ToVector().GetLength());
+        distance = halfHeight / tanHalf;
+    }
+    m_distance = m_projection == Projection::Perspective ? distance : halfHeight / tanHalf;
 }
 
 void ZYLStudioCamera::SetStandardView(StandardView view)

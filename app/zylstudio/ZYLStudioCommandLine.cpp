@@ -28,7 +28,12 @@ ZYLStudioCommandLine ZYLStudioCommandLine::Parse(const QStringList &arguments, c
         QStringLiteral("screenshot"),
         Tr("Renders the window once the program is shown, saves the picture to <file> and quits."),
         Tr("file"));
+    const QCommandLineOption view(
+        QStringLiteral("view"),
+        Tr("Triggers the view action <mode> (such as ViewCourseAndPolyline) once the program is shown; repeatable."),
+        Tr("mode"));
     parser.addOption(versionOption);
+    parser.addOption(view);
     parser.addOption(screenshot);
     parser.addPositionalArgument(QStringLiteral("FILE"), Tr("Tool path program to open (*.zyltp.json)."),
                                  Tr("[FILE]"));
@@ -63,6 +68,8 @@ ZYLStudioCommandLine ZYLStudioCommandLine::Parse(const QStringList &arguments, c
         }
         result.m_fileName = files.first();
     }
+
+    result.m_viewModes = parser.values(view);
 
     if (parser.isSet(screenshot)) {
         const QString target = parser.value(screenshot);

@@ -6,13 +6,16 @@
 
 /// The command line of the studio, read with `QCommandLineParser`:
 ///
-///     zylstudio [--screenshot OUT.png] [FILE]
+///     zylstudio [--view MODE]... [--screenshot OUT.png] [FILE]
 ///     zylstudio --help | --version
 ///
 /// FILE is a tool path program (`*.zyltp.json`) to open; without it the studio opens the
 /// embedded demo ply. `--screenshot` renders the window once the program is shown, writes the
 /// picture and quits; the picture's format follows the suffix of its name and must be one
-/// that Qt can write. A FILE that does not exist or cannot be read is not an error here: the
+/// that Qt can write. `--view MODE` (repeatable) triggers the tool path view action MODE
+/// ("ViewCourseAndPolyline", "HideLayingPoints", "ViewSurface", ...) once the program is shown,
+/// in the order given; the names are checked then, against the actions the module publishes.
+/// A FILE that does not exist or cannot be read is not an error here: the
 /// studio reports it when it tries to open it.
 ///
 /// Exit codes of the studio: `Ok` (0), `Failure` (1: the program or the module could not be
@@ -41,6 +44,8 @@ public:
     const QString &GetFileName() const { return m_fileName; }
     /// Returns the file the screenshot goes to, or an empty string.
     const QString &GetScreenshotFileName() const { return m_screenshotFileName; }
+    /// Returns the view actions to trigger, in order.
+    const QStringList &GetViewModes() const { return m_viewModes; }
     /// Returns why the command line was refused (one line), or an empty string.
     const QString &GetErrorText() const { return m_errorText; }
     /// Returns the usage text with every option.
@@ -52,6 +57,7 @@ private:
     Action m_action = Action::Run;
     QString m_fileName;
     QString m_screenshotFileName;
+    QStringList m_viewModes;
     QString m_errorText;
     QString m_helpText;
     QString m_version;

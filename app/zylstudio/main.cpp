@@ -8,6 +8,9 @@
 #include "ZYLStudioSession.h"
 #include "ZYLStudioViewer.h"
 
+#include "ZYLCmdAction.h"
+#include "ZYLCmdController.h"
+
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QMessageBox>
@@ -91,6 +94,30 @@ int TakeScreenshot(ZYLStudioMainWindow &window, const QString &fileName) {
     return ZYLStudioCommandLine::Ok;
 }
 
+// The keys of the module's view actions: this prefix and the mode.
+constexpr char viewActionPrefix[] = "ZYLToolPathViewCmd.";
+
+// Triggers the named view actions of the module in order. Returns the first name that no
+// published view action has, or an empty string.
+QString TriggerViewActions(const QStringList &modes) {
+    for (const QString &mode : modes) {
+        ZYLCmdAction *action = ZYLCmdController::GetController()->GetAction(viewActionPrefix + mode.toUtf8());
+        if (!action)
+            return mode;
+        action->trigger();
+    }
+    return {};
+}
+
+QString ViewModeNames() {
+    QStringList names;
+    for (const ZYLCmdAction *action : ZYLCmdController::GetController()->GetActions()) {
+        if (action->GetKey().startsWith(viewActionPrefix))
+            names << QString::fromUtf8(action->GetKey().mid(qsizetype(std::strlen(viewActionPrefix))));
+    }
+    return names.join(QStringLiteral(", "));
+}
+
 } // namespace
 
 int main(int argc, char *argv[]) {
@@ -149,6 +176,10 @@ int main(int argc, char *argv[]) {
     // has reported the located message.
     const bool opened = commandLine.GetFileName().isEmpty() ? window.OpenDemo()
                                                             : window.OpenProgramFile(commandLine.GetFileName());
+    if (const QString unknown = TriggerViewActions(commandLine.GetViewModes()); !unknown.isEmpty()) {
+        Print(stderr, Tr("zylstudio: there is no view mode %1; the modes are: %2").arg(unknown, ViewModeNames()));
+        return ZYLStudioCommandLine::UsageError;
+    }
     if (!interactive) {
         const int result = TakeScreenshot(window, screenshot);
         return opened ? result : int(ZYLStudioCommandLine::Failure);

@@ -28,6 +28,8 @@ void tst_ZYLStudioCommandLine::parses_data() {
                                             << "out.png" << QString();
     QTest::newRow("screenshot after the file") << QStringList{"a.zyltp.json", "--screenshot=shots/b.PNG"}
                                                << Action::Run << "a.zyltp.json" << "shots/b.PNG" << QString();
+    QTest::newRow("view modes in order") << QStringList{"--view", "HideCourse", "--view=ViewSurface", "--view", "HideCourse"}
+                                         << Action::Run << QString() << QString() << QString();
     QTest::newRow("help") << QStringList{"--help"} << Action::ShowHelp << QString() << QString() << QString();
     QTest::newRow("version") << QStringList{"--version"} << Action::ShowVersion << QString() << QString()
                              << QString();
@@ -55,6 +57,10 @@ void tst_ZYLStudioCommandLine::parses() {
     QCOMPARE(commandLine.GetAction(), action);
     QCOMPARE(commandLine.GetFileName(), file);
     QCOMPARE(commandLine.GetScreenshotFileName(), screenshot);
+    if (QTest::currentDataTag() == QByteArray("view modes in order"))
+        QCOMPARE(commandLine.GetViewModes(), (QStringList{"HideCourse", "ViewSurface", "HideCourse"}));
+    else
+        QVERIFY(commandLine.GetViewModes().isEmpty());
     if (action == Action::Error)
         QVERIFY2(commandLine.GetErrorText().contains(error, Qt::CaseInsensitive), qPrintable(commandLine.GetErrorText()));
     else

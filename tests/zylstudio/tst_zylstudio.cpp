@@ -125,6 +125,10 @@ void tst_zylstudio::commandLine_data() {
     QTest::newRow("unknown option") << QStringList{"--fast"} << 2 << QString() << "fast";
     QTest::newRow("two files") << QStringList{"a.zyltp.json", "b.zyltp.json"} << 2 << QString() << "Usage";
     QTest::newRow("picture format") << QStringList{"--screenshot", "x.txt"} << 2 << QString() << "x.txt";
+    // View modes are known once the module is loaded; the refusal lists the real ones.
+    QTest::newRow("unknown view mode") << QStringList{"--view", "ViewCourse", "--view", "ViewEverything", "--screenshot",
+                                                      "never.png"}
+                                       << 2 << QString() << "ViewEverything; the modes are: ViewCourse, ";
 }
 
 void tst_zylstudio::commandLine() {
