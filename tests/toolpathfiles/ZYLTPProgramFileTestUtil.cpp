@@ -12,9 +12,12 @@
 #include "ZYLTPOffPartPoint.h"
 #include "ZYLTPOnPartPoint.h"
 #include "ZYLTPProgram.h"
+#include "ZYLTPProgramBuilder.h"
 #include "ZYLTPRetractTrajectory.h"
 #include "ZYLTPRollLayupProcedure.h"
 #include "ZYLTPRoller.h"
+#include "ZYLTPTool.h"
+#include "ZYLTPTowCourse.h"
 #include "ZYLTPTowTrajectory.h"
 
 #include "ZYLGeoAssembledCurveOnSurface.h"
@@ -22,6 +25,8 @@
 #include "ZYLGeoSurface.h"
 
 #include <QTest>
+
+#include <cmath>
 
 namespace {
 
@@ -42,6 +47,7 @@ void CompareResource(const ZYLTPResource &a, const ZYLTPResource &b)
         ZYL_SAME_POINT(a.GetCollisionPoints()[i].first, b.GetCollisionPoints()[i].first);
         QCOMPARE(b.GetCollisionPoints()[i].second, a.GetCollisionPoints()[i].second);
     }
+    QCOMPARE(bool(qobject_cast<const ZYLTPTool *>(&b)), bool(qobject_cast<const ZYLTPTool *>(&a)));
     const auto *ra = qobject_cast<const ZYLTPRoller *>(&a);
     const auto *rb = qobject_cast<const ZYLTPRoller *>(&b);
     QCOMPARE(bool(rb), bool(ra));
@@ -179,7 +185,103 @@ void CompareRollLayup(const ZYLTPRollLayupProcedure &a, const ZYLTPRollLayupProc
     QCOMPARE(b.GetTowLengths(), a.GetTowLengths());
 }
 
+// A course of `points` tow points on a gentle arc in the plane y = `y`, with normals scaled a
+// little off unit length (by 1 + 1e-9 at most), as frames read from a file may be.
+ZYLTPProgramBuilder::CourseData ArcCourse(double y, int points, double feedRate)
+{
+    ZYLTPProgramBuilder::CourseData data;
+    for (int i = 0; i < points; ++i) {
+        const double a = 0.01 * i;
+        const double scale = 1.0 + 1e-9 * ((i % 3) - 1);
+        data.tips.emplace_back(1000.0 * std::sin(a), y, 1000.0 * std::cos(a) - 1000.0);
+        data.normals.emplace_back(std::sin(a) * scale, 0.0, std::cos(a) * scale);
+        data.directions.emplace_back(std::cos(a), 0.0, -std::sin(a));
+    }
+    data.frameMode = ZYLTPProgramBuilder::FrameMode::AsGiven;
+    ZYLTPProgramBuilder::TowRun plain;
+    plain.numPoints = points / 2;
+    plain.towMask = ZYLCompTowMask(0b1111);
+    plain.values = {0.05, -0.02, feedRate, 120.0};
+    ZYLTPProgramBuilder::TowRun pinched = plain;
+    pinched.numPoints = points - plain.numPoints;
+    pinched.towMask = ZYLCompTowMask(0b0110);
+    pinched.forcedMask = ZYLCompTowMask(0b0010);
+    pinched.forcedRates = {1.0, 0.75};
+    pinched.values.compactionForce = 80.5;
+    data.runs = {plain, pinched};
+    data.rollInValues = {0.1, 0.0, 2500.0, 60.0};
+    data.rollOutValues = {0.0, 0.15, 2600.0, 70.0};
+    data.rollIn = 12.5;
+    data.rollOut = 7.25;
+    data.layingFeedRate = feedRate;
+    data.addFeedRate = 2100.5;
+    data.cutFeedRate = 1900.25;
+    data.approachAngle = 0.7;
+    data.approachLength = 25.5;
+    data.retractAngle = 0.3;
+    data.retractLength = 15.75;
+    data.prefix = {QStringLiteral("M7 \"quoted\"")};
+    data.suffix = {QStringLiteral("M8"), QStringLiteral("tab\tthere")};
+    return data;
+}
+
 } // namespace
+
+ZYLGeoRef<ZYLTPProgram> ZYLTPProgramFileTestUtil::EveryParameterProgram()
+{
+    ZYLTPProgramBuilder b;
+    ZYLTPMachineHead *head = b.AddMachineHead(QStringLiteral("Head"));
+    b.SetCollisionPoints(head, {{ZYLMathPoint(1.5, -2.0, 130.0), 45.5}});
+    ZYLTPRoller *roller = b.AddRoller(QStringLiteral("Roller"), 42.5, 61.25);
+    b.SetCollisionPoints(roller, {{ZYLMathPoint(-8.0, 20.0, 12.0), 8.0}, {ZYLMathPoint(8.0, -20.0, 12.0), 8.5}});
+    ZYLTPTool *scanner = b.AddTool(QStringLiteral("Scanner"));
+    b.SetCollisionPoints(scanner, {{ZYLMathPoint(0.25, -0.5, 30.0), 7.75}});
+    ZYLTPTool *cutter = b.AddTool(QStringLiteral("Cutter"));
+
+    ZYLTPRollLayupProcedure *procedure = b.AddRollLayupProcedure(QStringLiteral("Ply"), QStringLiteral("Everything set"));
+    ZYLTPProgramBuilder::ProcedureParameters parameters;
+    parameters.layingFeedRate = 5123.5;
+    parameters.addingFeedRate = 2345.25;
+    parameters.cuttingFeedRate = 1234.75;
+    parameters.rapidFeedRate = 15000.5;
+    parameters.rapidApproach = 33.5;
+    parameters.rapidRetract = 44.25;
+    parameters.safetyClearance = 77.125;
+    parameters.addCutDistance = 12.5;
+    parameters.homeFrame = ZYLMathAxis(ZYLMathPoint(10.0, 20.0, 900.0), ZYLMathVector(0.0, 1.0, 0.0),
+                                       ZYLMathVector(-1.0, 0.0, 0.0));
+    parameters.defaultStrategy = ZYLTPCourseLink::SafetyPlane;
+    b.SetProcedureParameters(procedure, parameters);
+    const ZYLTPMachineConfiguration *withRoller = b.AddMachineConfiguration(procedure, head, roller);
+    const ZYLTPMachineConfiguration *withCutter = b.AddMachineConfiguration(procedure, nullptr, cutter);
+    QList<ZYLTPTowCourse *> courses;
+    for (int i = 0; i < 4; ++i)
+        courses << b.AddTowCourse(procedure, i == 1 ? withCutter : withRoller, ArcCourse(60.0 * i, 9 + i, 4000.0 + i));
+    b.AddBreakRange(courses[3], 20.0, 31.5);
+    b.SetLayingOrder(procedure, {2, 0, 1, 3});
+
+    ZYLTPProgramBuilder::LinkParameters fine;
+    fine.detail = ZYLTPCourseLink::Fine;
+    ZYLTPProgramBuilder::LinkParameters linear;
+    linear.detail = ZYLTPCourseLink::Coarse;
+    linear.rapidApproach = 5.5;
+    linear.rapidRetract = 6.5;
+    b.AddLink(procedure, nullptr, courses[2], ZYLTPCourseLink::Linear, fine);
+    b.AddLink(procedure, courses[2], courses[0], ZYLTPCourseLink::Linear, linear);
+    b.AddLink(procedure, courses[0], courses[1], ZYLTPCourseLink::SafetyPlane, fine);
+    ZYLTPProgramBuilder::LinkParameters coarse;
+    coarse.detail = ZYLTPCourseLink::Coarse;
+    b.AddCustomLink(procedure, courses[1], courses[3],
+                    {ZYLMathAxis(ZYLMathPoint(0, 0, 50), ZYLMathVector(1, 0, 0), ZYLMathVector(0, 1, 0)),
+                     ZYLMathAxis(ZYLMathPoint(30, 90, 60), ZYLMathVector(0, 0.6, 0.8), ZYLMathVector(1, 0, 0)),
+                     ZYLMathAxis(ZYLMathPoint(0, 180, 50), ZYLMathVector(1, 0, 0), ZYLMathVector(0, 1, 0))},
+                    coarse);
+    b.AddLink(procedure, courses[3], nullptr, ZYLTPCourseLink::Linear, fine);
+
+    b.AddInspectionProcedure(QStringLiteral("Scan"), QStringLiteral("With a plain tool"), scanner,
+                             {ZYLMathPoint(0, 0, 100), ZYLMathPoint(50, 10, 110)}, 2500.0);
+    return ZYLGeoRef<ZYLTPProgram>(b.TakeProgram());
+}
 
 void ZYLTPProgramFileTestUtil::CompareProgram(const ZYLTPProgram &a, const ZYLTPProgram &b)
 {

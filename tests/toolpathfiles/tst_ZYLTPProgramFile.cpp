@@ -5,10 +5,15 @@
 #include "ZYLTPDemoGenerator.h"
 #include "ZYLTPCourse.h"
 #include "ZYLTPCourseLink.h"
+#include "ZYLTPCoursePoints.h"
 #include "ZYLTPLinearCourseLink.h"
 #include "ZYLTPRollLayupProcedure.h"
+#include "ZYLTPRoller.h"
+#include "ZYLTPTool.h"
 #include "ZYLTPTowCourse.h"
 #include "ZYLTPTowPoint.h"
+
+#include "ZYLSysException.h"
 
 #include "ZYLFeatContainer.h"
 
@@ -30,6 +35,11 @@ private slots:
     void structuralFlipsAreRefused();
     void randomFlipsNeverCrash();
     void cancelledLoadCreatesNothing();
+    void everyParameterRoundTrip();
+    void outOfRangeParameterGetsTheSettersMessage_data();
+    void outOfRangeParameterGetsTheSettersMessage();
+    void toolKinds_data();
+    void toolKinds();
 
 private:
     QByteArray m_small;
@@ -66,6 +76,31 @@ bool IsLocated(const QString &message)
 {
     static const QRegularExpression re(QStringLiteral("^(document|[a-z_]+(\\[\\d+\\])*(\\.[a-z_]+(\\[\\d+\\])*)*): \\S"));
     return re.match(message).hasMatch();
+}
+
+// The message a model setter gives for a value out of range, from the setter itself.
+QString SetterMessage(ZYLTPProgram &program, const std::function<void(ZYLTPRollLayupProcedure *)> &edit)
+{
+    ZYLFeatContainer container;
+    container.OpenTransaction(QStringLiteral("probe"));
+    QString message;
+    try {
+        edit(qobject_cast<ZYLTPRollLayupProcedure *>(program.GetProcedure(0)));
+    } catch (const ZYLSysException &e) {
+        message = e.GetMessage();
+    }
+    container.AbortTransaction();
+    return message;
+}
+
+// The place of the first linear link between two courses of the first procedure.
+int FirstLinearLink(const ZYLTPProgram &program)
+{
+    const auto *procedure = qobject_cast<const ZYLTPRollLayupProcedure *>(program.GetProcedure(0));
+    for (int i = 0; i < procedure->GetNumLinks(); ++i)
+        if (qobject_cast<const ZYLTPLinearCourseLink *>(procedure->GetLinkByIndex(i)))
+            return i;
+    return -1;
 }
 
 } // namespace
@@ -318,6 +353,134 @@ void tst_ZYLTPProgramFile::cancelledLoadCreatesNothing()
     QVERIFY(!cancelled.program);
     QVERIFY(cancelled.cancelled);
     QCOMPARE(calls, 3);
+}
+
+void tst_ZYLTPProgramFile::everyParameterRoundTrip()
+{
+    const ZYLGeoRef<ZYLTPProgram> original = ZYLTPProgramFileTestUtil::EveryParameterProgram();
+    QString error;
+    const QByteArray first = ZYLTPProgramFile::Serialize(*original, &error);
+    QVERIFY2(!first.isEmpty(), qPrintable(error));
+    QVERIFY(first.contains(R"({"kind":"plain","name":"Scanner")"));
+    const ZYLTPProgramFile::LoadResult loaded = ZYLTPProgramFile::Parse(first);
+    QVERIFY2(loaded.program, qPrintable(loaded.error));
+    ZYLTPProgramFileTestUtil::CompareProgram(*original, *loaded.program);
+    if (QTest::currentTestFailed())
+        return;
+    // The normals a little off unit length come back bit for bit.
+    const auto *procedure = qobject_cast<const ZYLTPRollLayupProcedure *>(loaded.program->GetProcedure(0));
+    const auto *source = qobject_cast<const ZYLTPRollLayupProcedure *>(original->GetProcedure(0));
+    for (int c = 0; c < procedure->GetNumCourses(); ++c) {
+        const ZYLTPCoursePoints &a = source->GetCourseByIndex(c)->GetPointData();
+        const ZYLTPCoursePoints &b = procedure->GetCourseByIndex(c)->GetPointData();
+        QVERIFY(a.normals == b.normals);
+        QVERIFY(a.directions == b.directions);
+        QVERIFY(a.tips == b.tips);
+    }
+    QCOMPARE(ZYLTPProgramFile::Serialize(*loaded.program), first);
+}
+
+void tst_ZYLTPProgramFile::outOfRangeParameterGetsTheSettersMessage_data()
+{
+    QTest::addColumn<QString>("key");
+    QTest::addColumn<double>("value");
+    QTest::addColumn<bool>("link");
+    QTest::newRow("rapid feed rate 0") << QStringLiteral("rapid_feed_rate") << 0.0 << false;
+    QTest::newRow("cutting feed rate below 0") << QStringLiteral("cutting_feed_rate") << -1.5 << false;
+    QTest::newRow("rapid approach below 0") << QStringLiteral("rapid_approach") << -2.0 << false;
+    QTest::newRow("add/cut distance below 0") << QStringLiteral("add_cut_distance") << -0.25 << false;
+    QTest::newRow("link rapid approach below 0") << QStringLiteral("rapid_approach") << -3.0 << true;
+    QTest::newRow("link rapid retract below 0") << QStringLiteral("rapid_retract") << -4.0 << true;
+}
+
+void tst_ZYLTPProgramFile::outOfRangeParameterGetsTheSettersMessage()
+{
+    QFETCH(QString, key);
+    QFETCH(double, value);
+    QFETCH(bool, link);
+    ZYLGeoRef<ZYLTPProgram> program = ZYLTPProgramFile::Parse(m_small).program;
+    QVERIFY(program);
+    using P = ZYLTPRollLayupProcedure;
+    using L = ZYLTPLinearCourseLink;
+    QString place;
+    QString message;
+    const int linkIndex = FirstLinearLink(*program);
+    QVERIFY(linkIndex > 0);
+    if (link) {
+        place = QStringLiteral("procedures[0].links[%1].%2: ").arg(linkIndex).arg(key);
+        message = SetterMessage(*program, [&](P *p) {
+            auto *linear = qobject_cast<L *>(p->GetLinkByIndex(linkIndex));
+            (key == QLatin1String("rapid_approach") ? linear->SetRapidApproach(value) : linear->SetRapidRetract(value));
+        });
+    } else {
+        place = QStringLiteral("procedures[0].parameters.%1: ").arg(key);
+        const QHash<QString, void (P::*)(double)> setters{{QStringLiteral("rapid_feed_rate"), &P::SetRapidFeedRate},
+                                                          {QStringLiteral("cutting_feed_rate"), &P::SetCuttingFeedrate},
+                                                          {QStringLiteral("rapid_approach"), &P::SetRapidApproach},
+                                                          {QStringLiteral("add_cut_distance"), &P::SetAddCutDistance}};
+        message = SetterMessage(*program, [&](P *p) { (p->*setters.value(key))(value); });
+    }
+    QVERIFY(!message.isEmpty());
+
+    // In the link's object (after its "detail") or in the parameters object.
+    const QString pattern = link ? QStringLiteral("(\"strategy\":\"linear\".*?\"%1\":)[^,}]*").arg(key)
+                                 : QStringLiteral("(\"parameters\":\\{.*?\"%1\":)[^,}]*").arg(key);
+    const QByteArray damaged = ReplaceFirst(m_small, pattern, QStringLiteral("\\1%1").arg(value));
+    QVERIFY2(!damaged.isEmpty(), "the pattern must occur in the demo file");
+    const ZYLTPProgramFile::LoadResult result = ZYLTPProgramFile::Parse(damaged);
+    QVERIFY(!result.program);
+    QCOMPARE(result.error, place + message);
+}
+
+void tst_ZYLTPProgramFile::toolKinds_data()
+{
+    QTest::addColumn<QString>("pattern");
+    QTest::addColumn<QString>("replacement");
+    QTest::addColumn<QString>("message");
+    // Files written before plain tools had no kind: their tools are rollers.
+    QTest::newRow("no kinds") << QStringLiteral("\"kind\":\"roller\",") << QString() << QString();
+    QTest::newRow("plain tool") << QStringLiteral("\\{\"kind\":\"roller\",(\"name\":\"[^\"]*\"),[^\\[]*")
+                                << QStringLiteral("{\"kind\":\"plain\",\\1,\"collision_points\":")
+                                << QString();
+    QTest::newRow("unknown kind") << QStringLiteral("\"kind\":\"roller\"") << QStringLiteral("\"kind\":\"drill\"")
+                                  << QStringLiteral("tools[0].kind: unknown tool kind \"drill\"");
+    QTest::newRow("kind not a string") << QStringLiteral("\"kind\":\"roller\"") << QStringLiteral("\"kind\":3")
+                                       << QStringLiteral("tools[0].kind: expected a string");
+    QTest::newRow("roller without width") << QStringLiteral("\"width\":[^,]*,") << QString()
+                                          << QStringLiteral("tools[0].width: missing");
+}
+
+void tst_ZYLTPProgramFile::toolKinds()
+{
+    QFETCH(QString, pattern);
+    QFETCH(QString, replacement);
+    QFETCH(QString, message);
+    QByteArray changed = m_small;
+    // Rows without a replacement text remove every match; the others change the first.
+    if (replacement.isEmpty() && message.isEmpty())
+        changed = QString::fromUtf8(m_small).remove(QRegularExpression(pattern)).toUtf8();
+    else
+        changed = ReplaceFirst(m_small, pattern, replacement);
+    QVERIFY(!changed.isEmpty() && changed != m_small);
+    const ZYLTPProgramFile::LoadResult result = ZYLTPProgramFile::Parse(changed);
+    if (!message.isEmpty()) {
+        QVERIFY(!result.program);
+        QCOMPARE(result.error, message);
+        return;
+    }
+    QVERIFY2(result.program, qPrintable(result.error));
+    const ZYLGeoRef<ZYLTPProgram> original = ZYLTPProgramFile::Parse(m_small).program;
+    QCOMPARE(result.program->GetNumTools(), original->GetNumTools());
+    const bool plain = QTest::currentDataTag() == QLatin1String("plain tool");
+    const ZYLTPTool *first = result.program->GetTool(0);
+    QCOMPARE(bool(qobject_cast<const ZYLTPRoller *>(first)), !plain);
+    QCOMPARE(first->GetName(), original->GetTool(0)->GetName());
+    QCOMPARE(first->GetCollisionPoints().size(), original->GetTool(0)->GetCollisionPoints().size());
+    QVERIFY(qobject_cast<const ZYLTPRoller *>(result.program->GetTool(1)));
+    // Saved again, the tools carry their kinds.
+    const QByteArray saved = ZYLTPProgramFile::Serialize(*result.program);
+    QCOMPARE(saved.count(R"({"kind":"roller")"), plain ? 1 : 2);
+    QCOMPARE(saved.count(R"({"kind":"plain")"), plain ? 1 : 0);
 }
 
 QTEST_GUILESS_MAIN(tst_ZYLTPProgramFile)
