@@ -1,12 +1,16 @@
 // SPDX-License-Identifier: LicenseRef-ZYL-Proprietary
-// Random sequences of the model's edits on the demo program, in transactions: undoing them all
+// Random sequences of the model's edits (order, links and custom links, reversing and
+// breaking, range and course parameters) on the demo program, in transactions: undoing them all
 // gives back the saved bytes and the very objects of the start, redoing them all those of
 // the end, and every refused edit leaves the program as it was.
 #include "ZYLTPApproachTrajectory.h"
 #include "ZYLTPCourse.h"
+#include "ZYLTPBreakRange.h"
 #include "ZYLTPCourseLink.h"
+#include "ZYLTPCustomCourseLink.h"
 #include "ZYLTPDemoGenerator.h"
 #include "ZYLTPLinearCourseLink.h"
+#include "ZYLTPOffPartPoint.h"
 #include "ZYLTPOnPartPoint.h"
 #include "ZYLTPProgram.h"
 #include "ZYLTPProgramFile.h"
@@ -75,6 +79,15 @@ public:
         const ZYLTPCourse *endCourse = Chance(0.05) ? AnyCourse() : course;
         const ZYLTPOnPartPoint *end = b >= count - 1 && Chance(0.5) ? nullptr : endCourse->GetPoint(std::min(b, endCourse->GetNumPoints() - 1));
         return {course->GetPoint(a), end};
+    }
+
+    ZYLTPCustomCourseLink *AnyCustomLink() {
+        QList<ZYLTPCustomCourseLink *> links;
+        for (int i = 0; i < m_procedure->GetNumLinks(); ++i) {
+            if (auto *link = qobject_cast<ZYLTPCustomCourseLink *>(m_procedure->GetLinkByIndex(i)))
+                links << link;
+        }
+        return links.isEmpty() ? nullptr : links[Pick(int(links.size()))];
     }
 
     // Runs one random edit; out-of-range values are drawn now and then on purpose.
@@ -151,6 +164,42 @@ public:
                     s.Chance(0.5) ? linear->SetRapidApproach(s.Between(-5.0, 90.0)) : linear->SetRapidRetract(s.Between(-5.0, 90.0));
                 else
                     link->SetPointsDetail(ZYLTPCourseLink::OffPartMotionDetail(s.Pick(4)));
+            },
+            [](Sequence &s) { s.AnyCourse()->Reverse(s.Chance(0.8)); },
+            [](Sequence &s) { s.Chance(0.5) ? s.m_procedure->ReverseOddCourses() : s.m_procedure->ReverseAllCourses(); },
+            [](Sequence &s) {
+                if (s.Chance(0.3))
+                    s.m_procedure->BreakAllCourses(s.Between(-100.0, 3000.0));
+            },
+            [](Sequence &s) {
+                ZYLTPCourse *course = s.AnyCourse();
+                if (course->GetNumBreakRanges() > 0)
+                    course->Break(s.Chance(0.9) ? course->GetBreakRange(s.Pick(course->GetNumBreakRanges()))
+                                                : s.AnyCourse()->GetBreakRange(0));
+            },
+            [](Sequence &s) {
+                if (s.m_procedure->GetNumLinks() > 0)
+                    s.m_procedure->ConvertLinkToCustom(s.m_procedure->GetLinkByIndex(s.Pick(s.m_procedure->GetNumLinks())));
+            },
+            [](Sequence &s) {
+                ZYLTPCustomCourseLink *link = s.AnyCustomLink();
+                if (!link)
+                    return;
+                const ZYLTPOffPartPoint *point = link->GetPoint(s.Pick(link->GetNumPoints()));
+                const auto interpolation = ZYLTPCustomCourseLink::VectorInterpolation(s.Pick(3));
+                switch (s.Pick(6)) {
+                case 0:
+                    link->TranslateRange(point, point, ZYLMathVector(s.Between(-20, 20), s.Between(-20, 20), s.Between(0, 40)));
+                    break;
+                case 1:
+                    link->AlignRange(point, point, ZYLTPOffPartPoint::Axis(s.Pick(3)),
+                                     ZYLMathVector(s.Between(-1, 1), s.Between(-1, 1), s.Between(-1, 1)));
+                    break;
+                case 2: link->InsertPointsAfter(point, s.Pick(4) - 1, interpolation); break;
+                case 3: link->InsertPointsBefore(point, s.Pick(4), interpolation); break;
+                case 4: link->InterpolateRange(link->GetPoint(0), point, interpolation); break;
+                default: link->RemovePoint(point); break;
+                }
             },
         };
         edits[size_t(Pick(int(edits.size())))](*this);
