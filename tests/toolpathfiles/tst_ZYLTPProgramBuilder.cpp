@@ -3,7 +3,6 @@
 // link parameters with the model's checks, and plain tools.
 #include "ZYLTPCourse.h"
 #include "ZYLTPCoursePoints.h"
-#include "ZYLTPInspectionProcedure.h"
 #include "ZYLTPLinearCourseLink.h"
 #include "ZYLTPProgram.h"
 #include "ZYLTPProgramBuilder.h"
@@ -315,26 +314,13 @@ void tst_ZYLTPProgramBuilder::plainTool()
 {
     Fixture f;
     ZYLTPTool *scanner = f.builder.AddTool(QStringLiteral("Scanner"));
+    // Neither a roller nor a head, placed in the tool list after the roller.
     QVERIFY(!qobject_cast<ZYLTPRoller *>(scanner));
     QCOMPARE(scanner->GetId(), 1);
     QCOMPARE(f.builder.GetProgram()->GetTool(1), scanner);
-    f.builder.SetCollisionPoints(scanner, {{ZYLMathPoint(0, 0, 20), 5.0}});
-    QCOMPARE(scanner->GetCollisionPoints().size(), 1);
-    // Refused collision points leave the tool's as they were.
-    QVERIFY_THROWS_EXCEPTION(ZYLSysException, f.builder.SetCollisionPoints(scanner, {{ZYLMathPoint(0, 0, 0), -1.0}}));
-    QCOMPARE(scanner->GetCollisionPoints().size(), 1);
-
     const ZYLTPMachineConfiguration *cutting = f.builder.AddMachineConfiguration(f.procedure, nullptr, scanner);
     f.builder.AddTowCourse(f.procedure, cutting, Straight(3, 1.0));
     QCOMPARE(f.procedure->GetTools(), (QList<const ZYLTPResource *>{f.roller, scanner}));
-    const ZYLTPInspectionProcedure *scan = f.builder.AddInspectionProcedure(
-        QStringLiteral("Scan"), QString(), scanner, {ZYLMathPoint(0, 0, 0), ZYLMathPoint(60, 0, 0)}, 3000.0);
-    QCOMPARE(scan->GetTools(), QList<const ZYLTPResource *>{scanner});
-    // A tool of another program is refused.
-    Builder other;
-    QVERIFY_THROWS_EXCEPTION(ZYLSysException,
-                             f.builder.AddInspectionProcedure(QStringLiteral("Scan"), QString(),
-                                                              other.AddTool(QStringLiteral("Other")), {}, 3000.0));
 }
 
 QTEST_GUILESS_MAIN(tst_ZYLTPProgramBuilder)
