@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: LicenseRef-ZYL-Proprietary
 // Random sequences of the model's edits (order, links and custom links, reversing and
-// breaking, range and course parameters) on the demo program, in transactions: undoing them all
+// breaking, range and course parameters, collision avoidance) on the demo program, in transactions: undoing them all
 // gives back the saved bytes and the very objects of the start, redoing them all those of
 // the end, and every refused edit leaves the program as it was.
 #include "ZYLTPApproachTrajectory.h"
@@ -17,6 +17,7 @@
 #include "ZYLTPRetractTrajectory.h"
 #include "ZYLTPRollLayupProcedure.h"
 #include "ZYLTPTowCourse.h"
+#include "ZYLTPTool.h"
 #include "ZYLTPTowPoint.h"
 #include "ZYLTPTrajectory.h"
 
@@ -164,6 +165,15 @@ public:
                     s.Chance(0.5) ? linear->SetRapidApproach(s.Between(-5.0, 90.0)) : linear->SetRapidRetract(s.Between(-5.0, 90.0));
                 else
                     link->SetPointsDetail(ZYLTPCourseLink::OffPartMotionDetail(s.Pick(4)));
+            },
+            [](Sequence &s) {
+                if (!s.Chance(0.2))
+                    return;
+                ZYLTPCourse *course = s.AnyCourse();
+                const auto [start, end] = s.Range(course);
+                const ZYLTPProgram *program = course->GetProgram();
+                course->AvoidCollisions(program->GetPlySurface(), true, s.Between(-1.0, 15.0),
+                                        program->GetTool(0)->GetCollisionPoints(), start, end);
             },
             [](Sequence &s) { s.AnyCourse()->Reverse(s.Chance(0.8)); },
             [](Sequence &s) { s.Chance(0.5) ? s.m_procedure->ReverseOddCourses() : s.m_procedure->ReverseAllCourses(); },
