@@ -20,20 +20,33 @@ using DefaultFunction = bool (*)(const QVariant &, const ZYLSysVariantFilter &);
 // texts exactly gives what comparing the texts without regard to case gives.
 void AppendFolded(std::u16string &out, QStringView text)
 {
+    // A code point folds to one of the same length, so the text's room is made at once.
     const qsizetype n = text.size();
+    const size_t at = out.size();
+    out.resize(at + size_t(n));
+    char16_t *folded = out.data() + at;
+    const char16_t *in = text.utf16();
     for (qsizetype i = 0; i < n; ++i) {
-        const char16_t c = text[i].unicode();
+        const char16_t c = in[i];
         if (c < 0x80) {
-            out.push_back(c >= u'A' && c <= u'Z' ? char16_t(c + (u'a' - u'A')) : c);
-        } else if (QChar::isHighSurrogate(c) && i + 1 < n && QChar::isLowSurrogate(text[i + 1].unicode())) {
-            const char32_t folded = QChar::toCaseFolded(QChar::surrogateToUcs4(c, text[i + 1].unicode()));
-            out.push_back(QChar::highSurrogate(folded));
-            out.push_back(QChar::lowSurrogate(folded));
-            ++i;
+            folded[i] = c >= u'A' && c <= u'Z' ? char16_t(c + (u'a' - u'A')) : c;
+        } else if (QChar::isHighSurrogate(c) && i + 1 < n && QChar::isLowSurrogate(in[i + 1])) {
+            const char32_t code = QChar::toCaseFolded(QChar::surrogateToUcs4(c, in[i + 1]));
+            folded[i] = QChar::highSurrogate(code);
+            folded[++i] = QChar::lowSurrogate(code);
         } else {
-            out.push_back(char16_t(QChar::toCaseFolded(char32_t(c))));
+            folded[i] = char16_t(QChar::toCaseFolded(char32_t(c)));
         }
     }
+}
+
+// Appends the folded text of a cell, without a copy of the string when the cell holds one.
+void AppendFoldedCell(std::u16string &out, const QVariant &cell)
+{
+    if (cell.metaType() == QMetaType::fromType<QString>())
+        AppendFolded(out, *static_cast<const QString *>(cell.constData()));
+    else
+        AppendFolded(out, cell.toString());
 }
 
 // The text comparisons of ZYLSysVariantFilter, on folded texts.
@@ -242,7 +255,7 @@ std::optional<bool> ZYLCmnFilterProxyModel::AcceptsFromTexts(int sourceRow, cons
         // Room for texts of a few dozen characters; pages never written cost nothing.
         texts.folded.reserve(size_t(rows) * 32);
         for (int row = 0; row < rows; ++row) {
-            AppendFolded(texts.folded, source->index(row, column).data(role).toString());
+            AppendFoldedCell(texts.folded, source->index(row, column).data(role));
             texts.ends.push_back(qsizetype(texts.folded.size()));
         }
         texts.column = column;
