@@ -55,12 +55,12 @@ ZYLTPCollisionAvoider::ZYLTPCollisionAvoider(const ZYLTPCourse &course, ZYLTPCol
 
 bool ZYLTPCollisionAvoider::IsClear(const ZYLMathAxis &untilted, const Tilt &tilt, double distance)
 {
-    return !m_checker.Collides(ZYLTPCollisionChecker::TiltFrame(untilted, tilt.forward, tilt.side), distance);
+    return !m_checker.Collides(ZYLTPCourse::TiltFrame(untilted, tilt.forward, tilt.side), distance);
 }
 
 double ZYLTPCollisionAvoider::GetClearance(const ZYLMathAxis &untilted, const Tilt &tilt)
 {
-    return m_checker.GetClearance(ZYLTPCollisionChecker::TiltFrame(untilted, tilt.forward, tilt.side));
+    return m_checker.GetClearance(ZYLTPCourse::TiltFrame(untilted, tilt.forward, tilt.side));
 }
 
 double ZYLTPCollisionAvoider::FindClearingChange(const ZYLMathAxis &untilted, const Tilt &from, double angle,

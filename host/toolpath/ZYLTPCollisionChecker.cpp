@@ -196,17 +196,6 @@ double ZYLTPCollisionChecker::GetClearance(const ZYLMathAxis &toolFrame)
     return clearance;
 }
 
-ZYLMathAxis ZYLTPCollisionChecker::TiltFrame(const ZYLMathAxis &untilted, double forward, double side)
-{
-    ZYLMathAxis frame = untilted;
-    const ZYLMathPoint &tip = untilted.GetOrigin();
-    if (side != 0.0)
-        frame = frame.Rotated(tip, untilted.GetFirstDirection(), side);
-    if (forward != 0.0)
-        frame = frame.Rotated(tip, untilted.GetSecondDirection(), forward);
-    return frame;
-}
-
 bool ZYLTPOnPartPoint::DetectCollision(const ZYLGeoSurface *surface, bool direction, double tolerance,
                                        const QList<std::pair<ZYLMathPoint, double>> &collisionPoints) const
 {

@@ -47,9 +47,7 @@ class ZYLGeoSurface;
 /// was made, so that a new surface made at the address of a deleted one does not inherit
 /// bounds that belong to another shape.
 ///
-/// Tool frames follow the model: `TiltFrame` turns an untilted frame (laying direction, side
-/// direction, surface normal) by a side tilt about the laying direction and then by a forward
-/// tilt about the untilted side direction, exactly as the course computes its points' frames.
+/// Tool frames of trial tilts come from `ZYLTPCourse::TiltFrame`, as the course's own do.
 class ZYLTOOLPATH_NO_EXPORT ZYLTPCollisionChecker {
     Q_DECLARE_TR_FUNCTIONS(ZYLTPCollisionChecker)
 public:
@@ -76,9 +74,6 @@ public:
     bool Collides(const ZYLMathAxis &toolFrame, double tolerance, int *sphere = nullptr);
     /// Returns the smallest clearance of all spheres at `toolFrame` (mm; +∞ without spheres).
     double GetClearance(const ZYLMathAxis &toolFrame);
-
-    /// Returns `untilted` turned by the tilts (radians), as the model's tool frames are.
-    static ZYLMathAxis TiltFrame(const ZYLMathAxis &untilted, double forward, double side);
 
 private:
     struct Data;

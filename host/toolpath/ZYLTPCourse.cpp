@@ -84,17 +84,21 @@ void ZYLTPCourse::ReplacePointData(std::unique_ptr<ZYLTPCoursePoints> points)
 
 ZYLMathAxis ZYLTPCourse::GetPointFrame(int i, bool toolFrame) const
 {
-    ZYLMathAxis frame = GetUntiltedFrame(*m_points, i);
+    const ZYLMathAxis frame = GetUntiltedFrame(*m_points, i);
     if (!toolFrame)
         return frame;
-    const ZYLMathPoint &tip = frame.GetOrigin();
-    const ZYLMathVector laying = frame.GetFirstDirection();
-    const ZYLMathVector side = frame.GetSecondDirection();
     const ZYLTPOnPartTrajectory *trajectory = GetTrajectoryOfPoint(i);
-    if (trajectory->GetSideTilt() != 0.0)
-        frame = frame.Rotated(tip, laying, trajectory->GetSideTilt());
-    if (trajectory->GetForwardTilt() != 0.0)
-        frame = frame.Rotated(tip, side, trajectory->GetForwardTilt());
+    return TiltFrame(frame, trajectory->GetForwardTilt(), trajectory->GetSideTilt());
+}
+
+ZYLMathAxis ZYLTPCourse::TiltFrame(const ZYLMathAxis &untilted, double forward, double side)
+{
+    ZYLMathAxis frame = untilted;
+    const ZYLMathPoint &tip = untilted.GetOrigin();
+    if (side != 0.0)
+        frame = frame.Rotated(tip, untilted.GetFirstDirection(), side);
+    if (forward != 0.0)
+        frame = frame.Rotated(tip, untilted.GetSecondDirection(), forward);
     return frame;
 }
 

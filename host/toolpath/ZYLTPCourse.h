@@ -93,6 +93,10 @@ public:
     ZYLMathAxis GetPointFrame(int i, bool toolFrame) const;
     /// Returns the untilted frame of point i of `points`.
     static ZYLMathAxis GetUntiltedFrame(const ZYLTPCoursePoints &points, int i);
+    /// Returns the tool frame of an untilted frame under forward and side tilts (radians; see
+    /// `ZYLTPOnPartPoint`): turned by the side tilt about the laying direction, then by the
+    /// forward tilt about the untilted side direction, about the tip.
+    static ZYLMathAxis TiltFrame(const ZYLMathAxis &untilted, double forward, double side);
     /// Returns the point data arrays.
     const ZYLTPCoursePoints &GetPointData() const { return *m_points; }
 
