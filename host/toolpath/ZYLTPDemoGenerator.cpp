@@ -358,7 +358,7 @@ private:
             path.push_back(m_surface->Evaluate(u, v) + m_surface->GetNormal(u, v) * 100.0);
         }
         m_builder.AddInspectionProcedure(Tr("Surface scan"), Tr("Scan of the laid plies along the centre line"),
-                                         m_rollers[1], std::move(path), 3000.0);
+                                         m_builder.AddTool(Tr("Scanner")), std::move(path), 3000.0);
     }
 
     const ZYLTPDemoGenerator::Parameters &m_p;

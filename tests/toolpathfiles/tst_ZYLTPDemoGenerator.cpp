@@ -9,6 +9,7 @@
 #include "ZYLTPOnPartPoint.h"
 #include "ZYLTPProcedureLink.h"
 #include "ZYLTPRollLayupProcedure.h"
+#include "ZYLTPRoller.h"
 #include "ZYLTPTool.h"
 #include "ZYLTPTowTrajectory.h"
 
@@ -149,12 +150,14 @@ void tst_ZYLTPDemoGenerator::invariants()
     if (courses >= 30)
         QCOMPARE(strategies.size(), 3);
 
-    // A head and two rollers with collision points.
+    // A head and two rollers with collision points, and the scanner of the inspection.
     const ZYLTPMachineConfiguration &configuration = layup.GetCourseByIndex(0)->GetMachineConfiguration();
     QVERIFY(configuration.GetHead());
     QVERIFY(!configuration.GetHead()->GetCollisionPoints().isEmpty());
-    QCOMPARE(program->GetNumTools(), 2);
+    QCOMPARE(program->GetNumTools(), 3);
     QVERIFY(!program->GetTool(1)->GetCollisionPoints().isEmpty());
+    QVERIFY(qobject_cast<const ZYLTPRoller *>(program->GetTool(1)));
+    QVERIFY(!qobject_cast<const ZYLTPRoller *>(program->GetTool(2)));
 }
 
 void tst_ZYLTPDemoGenerator::deterministicForASeed()
