@@ -159,6 +159,14 @@ ZYLStudioToolBars::ZYLStudioToolBars(QMainWindow *window) : QObject(window), d(s
 }
 
 ZYLStudioToolBars::~ZYLStudioToolBars() {
+    ClearPlacement();
+    for (const Data::MenuSection &section : std::as_const(d->menus)) {
+        if (section.menu)
+            delete section.end;
+    }
+}
+
+void ZYLStudioToolBars::ClearPlacement() {
     // The published actions belong to their modules and stay; only this object's placement
     // of them goes.
     for (QToolBar *toolBar : GetToolBars())
@@ -170,7 +178,6 @@ ZYLStudioToolBars::~ZYLStudioToolBars() {
             if (action)
                 section.menu->removeAction(action);
         }
-        delete section.end;
     }
 }
 
@@ -208,16 +215,7 @@ void ZYLStudioToolBars::ScheduleRebuild() {
 
 void ZYLStudioToolBars::Rebuild() {
     d->rebuildPending = false;
-    for (QToolBar *toolBar : GetToolBars())
-        toolBar->clear();
-    for (const Data::MenuSection &section : std::as_const(d->menus)) {
-        if (!section.menu)
-            continue;
-        for (const QPointer<QAction> &action : std::as_const(d->viewSection)) {
-            if (action)
-                section.menu->removeAction(action);
-        }
-    }
+    ClearPlacement();
     d->menus.removeIf([](const Data::MenuSection &section) { return !section.menu; });
     d->viewSection.clear();
     d->modeGroups.clear();

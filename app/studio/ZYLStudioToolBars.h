@@ -61,6 +61,7 @@ public:
 private:
     void ScheduleRebuild();
     void Rebuild();
+    void ClearPlacement();
     void FillMenu(int index);
     void BindSettings();
     void SyncFromSettings();

@@ -248,8 +248,8 @@ void ZYLStudioMainWindow::setupConnections() {
     connect(d->saveAsAction, &QAction::triggered, this, [this] { SaveProgramAs(); });
     connect(d->closeAction, &QAction::triggered, this, [this] { CloseProgram(); });
     connect(d->quitAction, &QAction::triggered, this, &QWidget::close);
-    connect(d->undoAction, &QAction::triggered, this, &ZYLStudioMainWindow::OnUndoActionTriggered);
-    connect(d->redoAction, &QAction::triggered, this, &ZYLStudioMainWindow::OnRedoActionTriggered);
+    connect(d->undoAction, &QAction::triggered, this, [this] { StepHistory(true); });
+    connect(d->redoAction, &QAction::triggered, this, [this] { StepHistory(false); });
     connect(d->fitAllAction, &QAction::triggered, d->viewer, &ZYLStudioViewer::FitAll);
     connect(d->perspectiveAction, &QAction::triggered, this,
             [this] { d->viewer->SetProjection(ZYLStudioViewer::Projection::Perspective); });
@@ -572,20 +572,12 @@ bool ZYLStudioMainWindow::CloseProgram() {
 // ---------------------------------------------------------------------------------------
 // Edit, tools, help
 
-void ZYLStudioMainWindow::OnUndoActionTriggered() {
+void ZYLStudioMainWindow::StepHistory(bool undo) {
     if (!d->container || IsCommandRunning())
         return;
-    const QString error = Guarded([this] { d->container->Undo(); });
+    const QString error = Guarded([this, undo] { undo ? d->container->Undo() : d->container->Redo(); });
     if (!error.isEmpty())
-        ReportError(tr("Undo"), error);
-}
-
-void ZYLStudioMainWindow::OnRedoActionTriggered() {
-    if (!d->container || IsCommandRunning())
-        return;
-    const QString error = Guarded([this] { d->container->Redo(); });
-    if (!error.isEmpty())
-        ReportError(tr("Redo"), error);
+        ReportError(undo ? tr("Undo") : tr("Redo"), error);
 }
 
 void ZYLStudioMainWindow::OnUnitsActionTriggered() {

@@ -122,8 +122,8 @@ private:
     // Menu actions.
     void OnOpenActionTriggered();
     void OnRecentFileActionTriggered(const QString &fileName);
-    void OnUndoActionTriggered();
-    void OnRedoActionTriggered();
+    // Undoes (redoes) one step unless a command runs; reports a failure.
+    void StepHistory(bool undo);
     void OnUnitsActionTriggered();
     void OnAboutActionTriggered();
 

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: LicenseRef-ZYL-Proprietary
 #include "ZYLTPCliCheck.h"
 
-#include "ZYLTPProgramFile.h"
 #include "ZYLTPProcedure.h"
 #include "ZYLTPRollLayupProcedure.h"
 
@@ -30,17 +29,16 @@ int ZYLTPCliCheck::Run(const QStringList &arguments)
         return Usage;
     }
     for (const QString &file : files) {
-        const ZYLTPProgramFile::LoadResult result = ZYLTPProgramFile::Load(file);
-        if (!result.program) {
-            PrintError(QStringLiteral("%1: %2").arg(file, result.error));
+        const ZYLGeoRef<ZYLTPProgram> program = LoadProgram(file);
+        if (!program) {
             exitCode = Failed;
             continue;
         }
         int courses = 0;
-        for (int i = 0; i < result.program->GetNumProcedures(); ++i)
-            if (const auto *p = qobject_cast<const ZYLTPRollLayupProcedure *>(result.program->GetProcedure(i)))
+        for (int i = 0; i < program->GetNumProcedures(); ++i)
+            if (const auto *p = qobject_cast<const ZYLTPRollLayupProcedure *>(program->GetProcedure(i)))
                 courses += p->GetNumCourses();
-        Print(Tr("%1: valid (%2 procedures, %3 courses)").arg(file).arg(result.program->GetNumProcedures()).arg(courses));
+        Print(Tr("%1: valid (%2 procedures, %3 courses)").arg(file).arg(program->GetNumProcedures()).arg(courses));
     }
     return exitCode;
 }

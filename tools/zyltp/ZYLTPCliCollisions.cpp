@@ -6,7 +6,6 @@
 #include "ZYLTPMachineHead.h"
 #include "ZYLTPOnPartPoint.h"
 #include "ZYLTPOnPartTrajectory.h"
-#include "ZYLTPProgramFile.h"
 #include "ZYLTPResource.h"
 #include "ZYLTPRoller.h"
 #include "ZYLTPRollLayupProcedure.h"
@@ -91,12 +90,10 @@ int ZYLTPCliCollisions::Run(const QStringList &arguments)
     }
 
     const QString file = parser.positionalArguments().front();
-    const ZYLTPProgramFile::LoadResult result = ZYLTPProgramFile::Load(file);
-    if (!result.program) {
-        PrintError(QStringLiteral("%1: %2").arg(file, result.error));
+    const ZYLGeoRef<ZYLTPProgram> loaded = LoadProgram(file);
+    if (!loaded)
         return Failed;
-    }
-    const ZYLTPProgram &program = *result.program;
+    const ZYLTPProgram &program = *loaded;
     const ZYLGeoSurface *surface = program.GetPlySurface();
     if (!surface) {
         PrintError(Tr("%1: the program has no ply surface to check collisions against").arg(file));

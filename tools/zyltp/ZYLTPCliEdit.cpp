@@ -166,12 +166,10 @@ int ZYLTPCliEdit::Run(const QStringList &arguments)
     }
 
     const QString file = parser.positionalArguments().front();
-    ZYLTPProgramFile::LoadResult loaded = ZYLTPProgramFile::Load(file);
-    if (!loaded.program) {
-        PrintError(QStringLiteral("%1: %2").arg(file, loaded.error));
+    const ZYLGeoRef<ZYLTPProgram> loaded = LoadProgram(file);
+    if (!loaded)
         return Failed;
-    }
-    ZYLTPProgram &program = *loaded.program;
+    ZYLTPProgram &program = *loaded;
     ZYLFeatContainer container;
     for (const Step &step : steps) {
         ZYLSysMessageQueue queue;

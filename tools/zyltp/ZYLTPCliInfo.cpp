@@ -3,7 +3,6 @@
 
 #include "ZYLTPCourse.h"
 #include "ZYLTPInspectionProcedure.h"
-#include "ZYLTPProgramFile.h"
 #include "ZYLTPRollLayupProcedure.h"
 #include "ZYLTPTool.h"
 #include "ZYLTPMachineHead.h"
@@ -63,12 +62,10 @@ int ZYLTPCliInfo::Run(const QStringList &arguments)
         return Usage;
     }
     const QString file = parser.positionalArguments().front();
-    const ZYLTPProgramFile::LoadResult result = ZYLTPProgramFile::Load(file);
-    if (!result.program) {
-        PrintError(QStringLiteral("%1: %2").arg(file, result.error));
+    const ZYLGeoRef<ZYLTPProgram> loaded = LoadProgram(file);
+    if (!loaded)
         return Failed;
-    }
-    const ZYLTPProgram &program = *result.program;
+    const ZYLTPProgram &program = *loaded;
     QStringList out;
     out.append(Tr("Program %1").arg(file));
     Line(out, Tr("Machine heads"), QString::number(program.GetNumMachineHeads()));

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: LicenseRef-ZYL-Proprietary
 #include "ZYLTPCliSubcommand.h"
 
+#include "ZYLTPProgramFile.h"
+
 #include "ZYLTPCourse.h"
 #include "ZYLTPMachineConfiguration.h"
 #include "ZYLTPMachineHead.h"
@@ -73,4 +75,12 @@ void ZYLTPCliSubcommand::Print(const QString &line)
 void ZYLTPCliSubcommand::PrintError(const QString &line)
 {
     std::fputs((line + QLatin1Char('\n')).toLocal8Bit().constData(), stderr);
+}
+
+ZYLGeoRef<ZYLTPProgram> ZYLTPCliSubcommand::LoadProgram(const QString &file)
+{
+    ZYLTPProgramFile::LoadResult result = ZYLTPProgramFile::Load(file);
+    if (!result.program)
+        PrintError(QStringLiteral("%1: %2").arg(file, result.error));
+    return std::move(result.program);
 }

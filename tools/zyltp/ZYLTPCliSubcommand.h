@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-ZYL-Proprietary
 #pragma once
 
+#include "ZYLGeoRef.h"
 #include "ZYLMathPoint.h"
 
 #include <QCommandLineParser>
@@ -11,6 +12,7 @@
 #include <utility>
 
 class ZYLTPCourse;
+class ZYLTPProgram;
 
 /// A subcommand of the zyltp tool ("demo", "info", "check", "collisions", "edit"): its name,
 /// a one-line summary and what it does. New subcommands derive from it and are listed in
@@ -43,6 +45,9 @@ protected:
     /// (help shown or a usage error reported on stderr) with `*exitCode` set.
     bool Parse(QCommandLineParser &parser, const QStringList &arguments, const QString &description,
                int *exitCode) const;
+    /// Loads a program file; on failure reports "<file>: <located message>" on stderr and
+    /// returns null.
+    static ZYLGeoRef<ZYLTPProgram> LoadProgram(const QString &file);
     /// Writes a line to stdout or stderr.
     static void Print(const QString &line);
     static void PrintError(const QString &line);
