@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: LicenseRef-ZYL-Proprietary
 #pragma once
 
+#include "ZYLTPProgram.h"
+
 #include "ZYLGeoRef.h"
 #include "ZYLMathPoint.h"
 
@@ -12,7 +14,6 @@
 #include <utility>
 
 class ZYLTPCourse;
-class ZYLTPProgram;
 
 /// A subcommand of the zyltp tool ("demo", "info", "check", "collisions", "edit"): its name,
 /// a one-line summary and what it does. New subcommands derive from it and are listed in
