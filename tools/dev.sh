@@ -11,6 +11,8 @@ set -euo pipefail
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 build=${BUILD_DIR:-$here/build}
 type=${BUILD_TYPE:-Release}
+# Paths inside the checkout hash relatively, so every checkout and build folder shares the cache.
+export CCACHE_BASEDIR=${CCACHE_BASEDIR:-$here}
 
 packages=(
     build-essential cmake ninja-build ccache pkg-config
