@@ -5,6 +5,8 @@
 #include "ZYLTPBreakRange.h"
 #include "ZYLTPCheck.h"
 #include "ZYLTPCoursePoints.h"
+#include "ZYLTPMachineConfiguration.h"
+#include "ZYLTPMachineHead.h"
 #include "ZYLTPModelRevision.h"
 #include "ZYLTPRetractTrajectory.h"
 #include "ZYLTPRollLayupProcedure.h"
@@ -467,6 +469,9 @@ ZYLCompTowMask ZYLTPTowCourse::GetUsedMask() const
 
 int ZYLTPTowCourse::GetNumTows() const
 {
+    // The head's count wins: the builder makes sure no mask reaches beyond it.
+    if (const ZYLTPMachineHead *head = GetMachineConfiguration().GetHead(); head && head->GetNumTows() > 0)
+        return head->GetNumTows();
     return std::max({m_numTows, GetUsedMask().GetLastTow() + 1, 1});
 }
 

@@ -159,7 +159,7 @@ private:
     void MakeMachine()
     {
         const double courseWidth = m_p.tows * m_p.towWidth;
-        m_head = m_builder.AddMachineHead(Tr("Placement head"));
+        m_head = m_builder.AddMachineHead(Tr("Placement head"), m_p.tows);
         // Head body: spheres above and behind the tip, well clear of the part.
         m_builder.SetCollisionPoints(m_head, {{ZYLMathPoint(-60.0, 0.0, 130.0), 45.0},
                                               {ZYLMathPoint(-110.0, 0.0, 220.0), 70.0},

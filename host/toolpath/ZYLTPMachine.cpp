@@ -10,8 +10,8 @@ ZYLTPResource::ZYLTPResource(ZYLTPProgram *program, int id, const QString &name)
 }
 ZYLTPResource::~ZYLTPResource() = default;
 
-ZYLTPMachineHead::ZYLTPMachineHead(ZYLTPProgram *program, int id, const QString &name)
-    : ZYLTPResource(program, id, name)
+ZYLTPMachineHead::ZYLTPMachineHead(ZYLTPProgram *program, int id, const QString &name, int numTows)
+    : ZYLTPResource(program, id, name), m_numTows(numTows)
 {
 }
 ZYLTPMachineHead::~ZYLTPMachineHead() = default;

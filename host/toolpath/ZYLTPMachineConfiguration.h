@@ -10,7 +10,8 @@ class ZYLTPTool;
 
 /// The machine set-up a course is laid with: a head (may be null) and a tool (never null).
 /// Configurations are owned by their roll layup procedure and shared by its courses; every
-/// course refers to one.
+/// course refers to one. The head's tow count, when it knows one, is the width of every tow
+/// course laid with the configuration (see `ZYLTPTowCourse::GetNumTows`).
 class ZYLTOOLPATH_EXPORT ZYLTPMachineConfiguration : public QObject {
     Q_OBJECT
 public:

@@ -22,6 +22,7 @@
 #include "ZYLGeoSurface.h"
 #include "ZYLSysException.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -141,8 +142,18 @@ void ZYLTPProgramBuilder::AddPlyBoundary(ZYLGeoAssembledCurveOnSurface *boundary
 
 ZYLTPMachineHead *ZYLTPProgramBuilder::AddMachineHead(const QString &name)
 {
-    auto *head = new ZYLTPMachineHead(m_program, m_program->GetNumMachineHeads(), name);
+    auto *head = new ZYLTPMachineHead(m_program, m_program->GetNumMachineHeads(), name, 0);
     m_program->m_heads.emplace_back(head);
+    return head;
+}
+
+ZYLTPMachineHead *ZYLTPProgramBuilder::AddMachineHead(const QString &name, int numTows)
+{
+    // 0 is not a count here: a caller that gives one means a real head.
+    if (numTows < 1 || numTows > ZYLTPMachineHead::MaxNumTows)
+        throw ZYLSysOutOfBoundsException(numTows, 1, ZYLTPMachineHead::MaxNumTows);
+    ZYLTPMachineHead *head = AddMachineHead(name);
+    head->m_numTows = numTows;
     return head;
 }
 
@@ -244,6 +255,27 @@ ZYLTPMachineConfiguration *ZYLTPProgramBuilder::AddMachineConfiguration(ZYLTPRol
     return configuration;
 }
 
+void ZYLTPProgramBuilder::CheckCourseTows(const ZYLTPMachineConfiguration &configuration, const CourseData &data)
+{
+    if (data.numTows < 0 || data.numTows > ZYLTPMachineHead::MaxNumTows)
+        throw ZYLSysOutOfBoundsException(data.numTows, 0, ZYLTPMachineHead::MaxNumTows);
+    const ZYLTPMachineHead *head = configuration.GetHead();
+    const int headTows = head ? head->GetNumTows() : 0;
+    if (headTows > 0 && data.numTows > headTows)
+        throw ZYLSysException(tr("The course is %1 tows wide, its head feeds only %2").arg(data.numTows).arg(headTows));
+    // Tows are mirrored across the width on reversal and drawn in lanes of it, so a tow
+    // outside it has no place.
+    const int width = headTows > 0 ? headTows : data.numTows;
+    if (width == 0)
+        return;
+    for (const TowRun &run : data.runs) {
+        const int last = std::max(run.towMask.GetLastTow(), run.forcedMask.GetLastTow());
+        if (last >= width)
+            throw ZYLSysException(headTows > 0 ? tr("The course uses tow %1, its head feeds only %2 tows").arg(last + 1).arg(width)
+                                               : tr("The course uses tow %1, it is only %2 tows wide").arg(last + 1).arg(width));
+    }
+}
+
 ZYLTPTowCourse *ZYLTPProgramBuilder::AddTowCourse(ZYLTPRollLayupProcedure *procedure,
                                                   const ZYLTPMachineConfiguration *configuration, CourseData data)
 {
@@ -270,6 +302,7 @@ ZYLTPTowCourse *ZYLTPProgramBuilder::AddTowCourse(ZYLTPRollLayupProcedure *proce
     }
     if (covered != int(towPoints))
         throw ZYLSysException(tr("The tow runs cover %1 points, the course has %2").arg(covered).arg(towPoints));
+    CheckCourseTows(*configuration, data);
     CheckValues(data.rollInValues);
     CheckValues(data.rollOutValues);
     ZYLTPCheck::Length(data.rollIn);
@@ -320,6 +353,7 @@ ZYLTPTowCourse *ZYLTPProgramBuilder::AddTowCourse(ZYLTPRollLayupProcedure *proce
     course->m_cutFeedRate = data.cutFeedRate;
     course->m_prefix = data.prefix;
     course->m_suffix = data.suffix;
+    course->m_numTows = data.numTows;
 
     procedure->m_order.push_back(int(procedure->m_courses.size()));
     procedure->m_courses.push_back(std::move(course));

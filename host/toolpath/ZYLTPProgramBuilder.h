@@ -72,7 +72,12 @@ public:
     void AddPlyBoundary(ZYLGeoAssembledCurveOnSurface *boundary);
 
     // Machine resources; ids are positions in the program's lists.
+    /// Adds a head whose tow count is not known (its courses take their width from their
+    /// tow masks).
     ZYLTPMachineHead *AddMachineHead(const QString &name);
+    /// Adds a head feeding `numTows` tows side by side (1 to `ZYLTPMachineHead::MaxNumTows`);
+    /// throws `ZYLSysOutOfBoundsException` for another count, adding nothing.
+    ZYLTPMachineHead *AddMachineHead(const QString &name, int numTows);
     /// Adds a roller (width and diameter > 0 mm).
     ZYLTPRoller *AddRoller(const QString &name, double width, double diameter);
     /// Adds a plain tool, neither a roller nor a head (a scanner, a cutter): a name and,
@@ -139,6 +144,12 @@ public:
     /// may be empty (then computed from the tips, projected onto the tangent planes) unless
     /// `frameMode` is `AsGiven`. The runs cover the tow points exactly. Roll-in and roll-out
     /// trajectories take `rollInValues` and `rollOutValues`.
+    ///
+    /// `numTows` is the width of the course in tows, for a course whose head does not know
+    /// its count (a course reversed before it was saved keeps its width that way): 0 lets the
+    /// width follow the tow masks; otherwise 1 to 64, and no tow or forced mask may use a tow
+    /// beyond it. When the head knows its count, that count is the width and no mask may use a
+    /// tow beyond it either; `numTows` must then not exceed it.
     struct CourseData {
         std::vector<ZYLMathPoint> tips;
         std::vector<ZYLMathVector> normals;
@@ -158,8 +169,11 @@ public:
         QStringList prefix;
         QStringList suffix;
         FrameMode frameMode = FrameMode::Orthonormalize;
+        int numTows = 0;
     };
-    /// Adds a tow course at the end of the stored list and of the laying order.
+    /// Adds a tow course at the end of the stored list and of the laying order. A course that
+    /// uses a tow beyond the head's count (or beyond `numTows`) is refused with
+    /// `ZYLSysException`: it could be neither drawn nor reversed sensibly.
     ZYLTPTowCourse *AddTowCourse(ZYLTPRollLayupProcedure *procedure, const ZYLTPMachineConfiguration *configuration,
                                  CourseData data);
     /// Adds a break range [start, end] (arc lengths from the roll-in point, within the course).
@@ -197,6 +211,7 @@ public:
 
 private:
     void CheckProcedure(const ZYLTPRollLayupProcedure *procedure) const;
+    static void CheckCourseTows(const ZYLTPMachineConfiguration &configuration, const CourseData &data);
     void CheckLinkPlace(const ZYLTPRollLayupProcedure *procedure, const ZYLTPCourse *from, const ZYLTPCourse *to) const;
     ZYLTPCourseLink *Attach(ZYLTPRollLayupProcedure *procedure, std::unique_ptr<ZYLTPCourseLink> link,
                             const LinkParameters &parameters);

@@ -213,6 +213,12 @@ private:
         }
         w.Key("name");
         w.String(resource.GetName());
+        // A head's tow count is left out while unknown, so that programs without counts
+        // write what they always wrote.
+        if (const auto *head = qobject_cast<const ZYLTPMachineHead *>(&resource); head && head->GetNumTows() > 0) {
+            w.Key("tows");
+            w.Int(head->GetNumTows());
+        }
         if (roller) {
             NumberMember("width", roller->GetWidth());
             NumberMember("diameter", roller->GetDiameter());
@@ -338,9 +344,11 @@ private:
         w.BeginObject();
         w.Key("configuration");
         w.Int(configuration);
-        // The width of the course in tows: the masks are checked against it on load.
+        // The width of the course in tows: the masks are checked against it on load, and a
+        // course whose head knows no count gets it back, so that a reversed course keeps the
+        // width it mirrors over.
         w.Key("tows");
-        w.Int(std::max(1, towCourse->GetUsedMask().GetLastTow() + 1));
+        w.Int(towCourse->GetNumTows());
         NumberMember("roll_in", course.GetRollIn());
         NumberMember("roll_out", course.GetRollOut());
         NumberMember("laying_feed_rate", course.GetLayingFeedRate());

@@ -516,7 +516,18 @@ private:
     {
         ForEachElement(value, [&](od::value v) {
             od::object head = Object(v);
-            ZYLTPMachineHead *made = m_builder.AddMachineHead(StringField(head, "name"));
+            const QString name = StringField(head, "name");
+            // The tow count is optional: heads of older files have none.
+            int tows = 0;
+            od::value towsValue;
+            const simdjson::error_code error = head.find_field_unordered("tows").get(towsValue);
+            if (error != simdjson::NO_SUCH_FIELD) {
+                Scope k(*this, "tows");
+                Check(error, "expected an integer");
+                tows = int(Integer(towsValue, 1, ZYLTPMachineHead::MaxNumTows));
+            }
+            ZYLTPMachineHead *made = tows > 0 ? Guard([&] { return m_builder.AddMachineHead(name, tows); })
+                                              : m_builder.AddMachineHead(name);
             const auto points = CollisionPointsField(head);
             Close(head);
             Guard([&] { m_builder.SetCollisionPoints(made, points); });
@@ -660,7 +671,13 @@ private:
         ZYLTPProgramBuilder::CourseData data;
         const int configuration =
             int(IntegerField(object, "configuration", 0, procedure->GetNumMachineConfigurations() - 1));
-        const int tows = int(IntegerField(object, "tows", 1, 64));
+        const int tows = int(IntegerField(object, "tows", 1, ZYLTPMachineHead::MaxNumTows));
+        if (const ZYLTPMachineHead *head = procedure->GetMachineConfiguration(configuration)->GetHead();
+            head && head->GetNumTows() > 0 && tows > head->GetNumTows()) {
+            Scope s(*this, "tows");
+            Fail(Tr("the course's %1 tows are more than its head's %2").arg(tows).arg(head->GetNumTows()));
+        }
+        data.numTows = tows;
         data.rollIn = NumberField(object, "roll_in");
         data.rollOut = NumberField(object, "roll_out");
         data.layingFeedRate = NumberField(object, "laying_feed_rate");

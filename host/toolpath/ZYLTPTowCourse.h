@@ -18,11 +18,14 @@ class ZYLTPTowPoint;
 ///
 /// Width in tows: `GetNumTows()` is the number of tows side by side across the course, tow 0
 /// on the side of minus the side direction (see `ZYLTPCourse::GetPointFrame`) and the tip
-/// point in the middle of the band. The machine head carries no tow count in this model, so
-/// a course takes the width its masks span (highest tow used + 1, as a program file writes
-/// it) until an edit that depends on it fixes it: reversing mirrors tow t to tow
-/// `GetNumTows() - 1 - t` and keeps the width, so that a course whose lowest tows are unused
-/// turns back onto the same tows; breaking gives both pieces the width of the course.
+/// point in the middle of the band. It is a property of the machine: when the course's head
+/// knows how many tows it feeds (`ZYLTPMachineHead::GetNumTows`), that is the width, whichever
+/// tows the course uses, and no course may use a tow beyond it (the program builder refuses
+/// one). A course whose head does not know its count takes the width it was given (a saved
+/// course's "tows"), or the width its masks span (highest tow used + 1), until an edit that
+/// depends on it fixes it. Reversing mirrors tow t to tow `GetNumTows() - 1 - t` and keeps the
+/// width, so that a course whose lowest tows are unused turns back onto the same tows;
+/// breaking gives both pieces the width of the course.
 class ZYLTOOLPATH_EXPORT ZYLTPTowCourse : public ZYLTPCourse {
     Q_OBJECT
 public:
@@ -46,6 +49,6 @@ private:
     friend class ZYLTPProgramBuilder;
     friend class ZYLTPCourse;
     ZYLTPTowCourse(ZYLTPRollLayupProcedure *procedure, const ZYLTPMachineConfiguration *configuration);
-    // The fixed width in tows; 0 while the width follows the masks.
+    // The width in tows when the head does not know its count; 0 while it follows the masks.
     int m_numTows = 0;
 };

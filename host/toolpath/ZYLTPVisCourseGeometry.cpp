@@ -3,6 +3,7 @@
 
 #include "ZYLTPCourse.h"
 #include "ZYLTPCoursePoints.h"
+#include "ZYLTPTowCourse.h"
 #include "ZYLTPTowTrajectory.h"
 
 #include <algorithm>
@@ -26,7 +27,14 @@ ZYLTPVisCourseGeometry::ZYLTPVisCourseGeometry(const ZYLTPCourse &course, double
         m_spans.push_back({tow->GetFirstPointIndex(), tow->GetFirstPointIndex() + tow->GetNumPoints() - 1, mask});
         used |= mask;
     }
-    m_numTows = used == 0 ? 0 : 64 - std::countl_zero(used);
+    // A tow course is as wide as its head (or its fixed width) says, whichever tows it lays,
+    // so that unused tows at either side keep the laid ones in their lanes off the tip line.
+    if (used == 0)
+        m_numTows = 0;
+    else if (const auto *towCourse = qobject_cast<const ZYLTPTowCourse *>(&course))
+        m_numTows = towCourse->GetNumTows();
+    else
+        m_numTows = 64 - std::countl_zero(used);
 }
 
 int ZYLTPVisCourseGeometry::GetNumPoints() const

@@ -17,10 +17,10 @@ struct ZYLTPCoursePoints;
 
 /// A course seen as tow lanes along its points.
 ///
-/// Lanes: a course whose tow trajectories lay tows up to index t has t + 1 lanes of
-/// `towWidth`, side by side across the side direction and centred on the tip points; edge k
-/// (0 to t + 1) lies at `GetEdgeOffset(k)` along the side direction, lane j between edges j
-/// and j + 1. A course without tow trajectories has no lanes.
+/// Lanes: a tow course has `ZYLTPTowCourse::GetNumTows()` lanes of `towWidth` (n), side by
+/// side across the side direction with the band of all n centred on the tip points, whichever
+/// tows are laid; edge k (0 to n) lies at `GetEdgeOffset(k)` along the side direction, lane j
+/// (tow j) between edges j and j + 1. A course that lays no tow has no lanes.
 ///
 /// Spans: one per tow trajectory, in laying order, with the points it covers, as drawn: from
 /// its first point to the first point of the next tow trajectory, or to its own last point
