@@ -93,18 +93,6 @@ private slots:
         QCOMPARE(ZYLSysSettings::Find("TestSettings"), nullptr);
     }
 
-    void storesUnderTheSettingsFolder()
-    {
-        TestSettings settings;
-        settings.SetCount(4);
-        QCOMPARE(ZYLSysSettings::GetSettingsFilePath(), m_folder->filePath("zyl.ini"));
-        QFile file(m_folder->filePath("zyl.ini"));
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        const QByteArray content = file.readAll();
-        QVERIFY(content.contains("[TestGroup]"));
-        QVERIFY(content.contains("count=4"));
-    }
-
     void roundTripThroughSecondInstance()
     {
         {
@@ -115,6 +103,10 @@ private slots:
             first.SetRatio(0.25);
             first.SetShape(TestSettings::Square);
         }
+        QFile file(m_folder->filePath("zyl.ini"));
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const QByteArray content = file.readAll();
+        QVERIFY(content.contains("[TestGroup]") && content.contains("count=7"));
         TestSettings second;
         // Restoring is queued by the base constructor: it happens once the event loop runs.
         QTRY_VERIFY(second.IsRestored());
@@ -143,45 +135,42 @@ private slots:
         QCOMPARE(file.readAll(), content);
     }
 
-    void wrongTypedValueKeepsDefault_data()
+    void restoreConvertsText_data()
     {
         QTest::addColumn<QByteArray>("line");
         QTest::addColumn<QByteArray>("property");
-        QTest::newRow("bool word") << QByteArray("flag=maybe") << QByteArray("flag");
-        QTest::newRow("bool number") << QByteArray("flag=2") << QByteArray("flag");
-        QTest::newRow("int text") << QByteArray("count=abc") << QByteArray("count");
-        QTest::newRow("int fraction") << QByteArray("count=2.5") << QByteArray("count");
-        QTest::newRow("int overflow") << QByteArray("count=99999999999") << QByteArray("count");
-        QTest::newRow("double text") << QByteArray("ratio=half") << QByteArray("ratio");
-        QTest::newRow("double nan") << QByteArray("ratio=nan") << QByteArray("ratio");
-        QTest::newRow("double comma") << QByteArray("ratio=0,75") << QByteArray("ratio");
-        QTest::newRow("enum key") << QByteArray("shape=Triangle") << QByteArray("shape");
-        QTest::newRow("enum value") << QByteArray("shape=7") << QByteArray("shape");
+        QTest::addColumn<QVariant>("expected"); // invalid: refused, the default stays
+        const QVariant refused;
+        QTest::newRow("bool word") << QByteArray("flag=maybe") << QByteArray("flag") << refused;
+        QTest::newRow("bool number") << QByteArray("flag=2") << QByteArray("flag") << refused;
+        QTest::newRow("bool upper case") << QByteArray("flag=TRUE") << QByteArray("flag") << QVariant(true);
+        QTest::newRow("int text") << QByteArray("count=abc") << QByteArray("count") << refused;
+        QTest::newRow("int fraction") << QByteArray("count=2.5") << QByteArray("count") << refused;
+        QTest::newRow("int overflow") << QByteArray("count=99999999999") << QByteArray("count") << refused;
+        QTest::newRow("int with spaces") << QByteArray("count= 12 ") << QByteArray("count") << QVariant(12);
+        QTest::newRow("double text") << QByteArray("ratio=half") << QByteArray("ratio") << refused;
+        QTest::newRow("double nan") << QByteArray("ratio=nan") << QByteArray("ratio") << refused;
+        QTest::newRow("double comma") << QByteArray("ratio=0,75") << QByteArray("ratio") << refused;
+        QTest::newRow("double exponent") << QByteArray("ratio=1e-3") << QByteArray("ratio") << QVariant(1e-3);
+        QTest::newRow("enum key") << QByteArray("shape=Triangle") << QByteArray("shape") << refused;
+        QTest::newRow("enum value") << QByteArray("shape=7") << QByteArray("shape") << refused;
+        QTest::newRow("enum name") << QByteArray("shape=Square") << QByteArray("shape")
+                                   << QVariant::fromValue(TestSettings::Square);
     }
 
-    void wrongTypedValueKeepsDefault()
+    void restoreConvertsText()
     {
         QFETCH(QByteArray, line);
         QFETCH(QByteArray, property);
+        QFETCH(QVariant, expected);
         WriteFile("[TestGroup]\n" + line + "\nmode=Kept\n");
         TestSettings settings;
         const QVariant before = settings.property(property.constData());
         settings.Restore();
-        QCOMPARE(settings.property(property.constData()), before);
-        QVERIFY(!settings.setterCalls.contains(QString::fromLatin1(property)));
+        QCOMPARE(settings.property(property.constData()), expected.isValid() ? expected : before);
+        QCOMPARE(settings.setterCalls.contains(QString::fromLatin1(property)), expected.isValid());
         // A bad value does not stop the good ones.
         QCOMPARE(settings.GetMode(), QStringLiteral("Kept"));
-    }
-
-    void goodTextValuesConvert()
-    {
-        WriteFile("[TestGroup]\nflag=TRUE\ncount= 12 \nratio=1e-3\nshape=Square\n");
-        TestSettings settings;
-        settings.Restore();
-        QCOMPARE(settings.IsFlag(), true);
-        QCOMPARE(settings.GetCount(), 12);
-        QCOMPARE(settings.GetRatio(), 1e-3);
-        QCOMPARE(settings.GetShape(), TestSettings::Square);
     }
 
     void corruptedFileFallsBack()
@@ -267,17 +256,12 @@ private slots:
         QVERIFY(a.IsRestored() && b->IsRestored());
     }
 
-    void invalidValueRemovesKey()
+    void updateSettingRefusesNamesAndRemovesKeys()
     {
         TestSettings settings;
         settings.SetCount(3);
         settings.UpdateSetting("count", QVariant());
         QVERIFY(!settings.GetValue("count").isValid());
-    }
-
-    void badNamesThrow()
-    {
-        TestSettings settings;
         QVERIFY_THROWS_EXCEPTION(ZYLSysException, settings.UpdateSetting(QByteArray(), 1));
         QVERIFY_THROWS_EXCEPTION(ZYLSysException, TestSettings{QByteArray()});
     }
