@@ -51,40 +51,11 @@ ZYLCmdTestPanel::~ZYLCmdTestPanel() {
 
 ZYLCmdTestPlainCmd::ZYLCmdTestPlainCmd(QObject *parent)
     : ZYLCmdCommand(parent, CancelWhenInterrupted, OwnTransaction) {
-    ZYLCmdTestScript::Get().Step(this, QStringLiteral("ctor"));
+    Record(this, "ctor");
 }
 
 ZYLCmdTestPlainCmd::~ZYLCmdTestPlainCmd() {
     ZYLCmdTestScript::Get().log.append(QStringLiteral("PlainCmd.dtor"));
-}
-
-void ZYLCmdTestPlainCmd::Initialize() {
-    ZYLCmdTestScript::Get().Step(this, QStringLiteral("Initialize"));
-}
-
-void ZYLCmdTestPlainCmd::GainFocus() {
-    ZYLCmdTestScript::Get().Step(this, QStringLiteral("GainFocus"));
-}
-
-void ZYLCmdTestPlainCmd::LoseFocus() {
-    ZYLCmdTestScript::Get().Step(this, QStringLiteral("LoseFocus"));
-}
-
-void ZYLCmdTestPlainCmd::Load() {
-    ZYLCmdTestScript::Get().Step(this, QStringLiteral("Load"));
-}
-
-void ZYLCmdTestPlainCmd::Commit() {
-    ZYLCmdTestScript::Get().Step(this, QStringLiteral("Commit"));
-}
-
-bool ZYLCmdTestPlainCmd::Cleanup() {
-    ZYLCmdTestScript::Get().Step(this, QStringLiteral("Cleanup"));
-    return ZYLCmdCommand::Cleanup() && ZYLCmdTestScript::Get().cleanupResult;
-}
-
-void ZYLCmdTestPlainCmd::PostApply() {
-    ZYLCmdTestScript::Get().Step(this, QStringLiteral("PostApply"));
 }
 
 // ---- Dialog -------------------------------------------------------------------------------
@@ -92,7 +63,7 @@ void ZYLCmdTestPlainCmd::PostApply() {
 // Each most derived constructor logs "ctor" itself: in a base constructor the object does not
 // know its final class yet.
 ZYLCmdTestDialogCmd::ZYLCmdTestDialogCmd(QObject *parent) : ZYLCmdTestDialogCmd(parent, CancelWhenInterrupted) {
-    ZYLCmdTestScript::Get().Step(this, QStringLiteral("ctor"));
+    Record(this, "ctor");
 }
 
 ZYLCmdTestDialogCmd::ZYLCmdTestDialogCmd(QObject *parent, ConcurrencyBehavior concurrency)
@@ -102,37 +73,6 @@ ZYLCmdTestDialogCmd::ZYLCmdTestDialogCmd(QObject *parent, ConcurrencyBehavior co
 
 ZYLCmdTestDialogCmd::~ZYLCmdTestDialogCmd() {
     ZYLCmdTestScript::Get().log.append(QStringLiteral("Cmd.dtor"));
-}
-
-void ZYLCmdTestDialogCmd::Initialize() {
-    ZYLCmdTestScript::Get().Step(this, QStringLiteral("Initialize"));
-}
-
-void ZYLCmdTestDialogCmd::GainFocus() {
-    ZYLCmdTestScript::Get().Step(this, QStringLiteral("GainFocus"));
-    ZYLCmdDialogCommand::GainFocus();
-}
-
-void ZYLCmdTestDialogCmd::LoseFocus() {
-    ZYLCmdTestScript::Get().Step(this, QStringLiteral("LoseFocus"));
-}
-
-void ZYLCmdTestDialogCmd::Load() {
-    ZYLCmdTestScript::Get().Step(this, QStringLiteral("Load"));
-}
-
-void ZYLCmdTestDialogCmd::Commit() {
-    ZYLCmdTestScript::Get().Step(this, QStringLiteral("Commit"));
-    ZYLCmdDialogCommand::Commit();
-}
-
-bool ZYLCmdTestDialogCmd::Cleanup() {
-    ZYLCmdTestScript::Get().Step(this, QStringLiteral("Cleanup"));
-    return ZYLCmdDialogCommand::Cleanup() && ZYLCmdTestScript::Get().cleanupResult;
-}
-
-void ZYLCmdTestDialogCmd::PostApply() {
-    ZYLCmdTestScript::Get().Step(this, QStringLiteral("PostApply"));
 }
 
 QWidget *ZYLCmdTestDialogCmd::CreateContentWidget(QWidget *parent) {
@@ -150,11 +90,11 @@ void ZYLCmdTestDialogCmd::Click(QDialogButtonBox::StandardButton button) {
 
 ZYLCmdTestHiddenCmd::ZYLCmdTestHiddenCmd(QObject *parent) : ZYLCmdTestDialogCmd(parent, CancelWhenInterrupted) {
     SetDialogShowDelay(NeverShow);
-    ZYLCmdTestScript::Get().Step(this, QStringLiteral("ctor"));
+    Record(this, "ctor");
 }
 
 ZYLCmdTestKeepCmd::ZYLCmdTestKeepCmd(QObject *parent) : ZYLCmdTestDialogCmd(parent, CommitWhenInterrupted) {
-    ZYLCmdTestScript::Get().Step(this, QStringLiteral("ctor"));
+    Record(this, "ctor");
 }
 
 QDialogButtonBox::StandardButtons ZYLCmdTestKeepCmd::GetStandardButtons() const {

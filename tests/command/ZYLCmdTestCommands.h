@@ -34,6 +34,17 @@ struct ZYLCmdTestScript {
     void Step(QObject *who, const QString &operation);
 };
 
+// The script's step for `who`, for the one-line overrides below.
+inline void Record(QObject *who, const char *operation) {
+    ZYLCmdTestScript::Get().Step(who, QString::fromLatin1(operation));
+}
+
+// Records "Cleanup" and returns the result the script asks Cleanup to report.
+inline bool RecordCleanup(QObject *who) {
+    Record(who, "Cleanup");
+    return ZYLCmdTestScript::Get().cleanupResult;
+}
+
 // The panel of the recording dialog commands; logs its destruction.
 class ZYLCmdTestPanel : public QWidget {
     Q_OBJECT
@@ -49,13 +60,13 @@ class ZYLCmdTestPlainCmd : public ZYLCmdCommand {
 public:
     Q_INVOKABLE explicit ZYLCmdTestPlainCmd(QObject *parent);
     ~ZYLCmdTestPlainCmd() override;
-    void Initialize() override;
-    void GainFocus() override;
-    void LoseFocus() override;
-    void Load() override;
-    void Commit() override;
-    bool Cleanup() override;
-    void PostApply() override;
+    void Initialize() override { Record(this, "Initialize"); }
+    void GainFocus() override { Record(this, "GainFocus"); }
+    void LoseFocus() override { Record(this, "LoseFocus"); }
+    void Load() override { Record(this, "Load"); }
+    void Commit() override { Record(this, "Commit"); }
+    bool Cleanup() override { const bool ok = RecordCleanup(this); return ZYLCmdCommand::Cleanup() && ok; }
+    void PostApply() override { Record(this, "PostApply"); }
 };
 
 // Recording dialog command with a ZYLCmdTestPanel, Ok | Cancel, shown at once.
@@ -65,13 +76,13 @@ class ZYLCmdTestDialogCmd : public ZYLCmdDialogCommand {
 public:
     Q_INVOKABLE explicit ZYLCmdTestDialogCmd(QObject *parent);
     ~ZYLCmdTestDialogCmd() override;
-    void Initialize() override;
-    void GainFocus() override;
-    void LoseFocus() override;
-    void Load() override;
-    void Commit() override;
-    bool Cleanup() override;
-    void PostApply() override;
+    void Initialize() override { Record(this, "Initialize"); }
+    void GainFocus() override { Record(this, "GainFocus"); ZYLCmdDialogCommand::GainFocus(); }
+    void LoseFocus() override { Record(this, "LoseFocus"); }
+    void Load() override { Record(this, "Load"); }
+    void Commit() override { Record(this, "Commit"); ZYLCmdDialogCommand::Commit(); }
+    bool Cleanup() override { const bool ok = RecordCleanup(this); return ZYLCmdDialogCommand::Cleanup() && ok; }
+    void PostApply() override { Record(this, "PostApply"); }
     QWidget *CreateContentWidget(QWidget *parent) override;
     void Click(QDialogButtonBox::StandardButton button) override;
 
