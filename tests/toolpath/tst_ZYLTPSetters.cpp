@@ -6,6 +6,7 @@
 #include "ZYLTPApproachTrajectory.h"
 #include "ZYLTPInspectionProcedure.h"
 #include "ZYLTPLinearCourseLink.h"
+#include "ZYLTPOffPartTrajectory.h"
 #include "ZYLTPOnPartPoint.h"
 #include "ZYLTPTrajectory.h"
 #include "ZYLTPRetractTrajectory.h"
@@ -24,59 +25,55 @@ struct Setter {
     std::function<void(ZYLTPTestProgram &, double)> set;
 };
 
+// The objects whose setters are under test: the first course, its trajectories, the first link.
+ZYLTPTowCourse *Course(ZYLTPTestProgram &t) { return t.courses[0]; }
+ZYLTPRollLayupProcedure *Procedure(ZYLTPTestProgram &t) { return t.procedure; }
+ZYLTPOffPartTrajectory *Approach(ZYLTPTestProgram &t)
+{
+    return const_cast<ZYLTPApproachTrajectory *>(t.courses[0]->GetApproachTrajectory());
+}
+ZYLTPOffPartTrajectory *Retract(ZYLTPTestProgram &t)
+{
+    return const_cast<ZYLTPRetractTrajectory *>(t.courses[0]->GetRetractTrajectory());
+}
 ZYLTPLinearCourseLink *Link(ZYLTPTestProgram &t)
 {
     return qobject_cast<ZYLTPLinearCourseLink *>(t.procedure->GetLinkByIndex(0));
 }
 
-template<class T>
-T *Mutable(const T *object)
+// The setter `set` and getter `get` of the object `of` finds in a test program.
+template<class Object, class G, class S>
+Setter Of(Object *(*of)(ZYLTPTestProgram &), double (G::*get)() const, void (S::*set)(double))
 {
-    return const_cast<T *>(object);
+    return {[=](ZYLTPTestProgram &t) { return (of(t)->*get)(); },
+            [=](ZYLTPTestProgram &t, double v) { (of(t)->*set)(v); }};
 }
 
 QHash<QString, Setter> Setters()
 {
-    QHash<QString, Setter> s;
-    s["roll-in"] = {[](auto &t) { return t.courses[0]->GetRollIn(); },
-                    [](auto &t, double v) { t.courses[0]->SetRollIn(v); }};
-    s["roll-out"] = {[](auto &t) { return t.courses[0]->GetRollOut(); },
-                     [](auto &t, double v) { t.courses[0]->SetRollOut(v); }};
-    s["laying feed rate"] = {[](auto &t) { return t.courses[0]->GetLayingFeedRate(); },
-                             [](auto &t, double v) { t.courses[0]->SetLayingFeedRate(v); }};
-    s["add feed rate"] = {[](auto &t) { return t.courses[0]->GetAddFeedRate(); },
-                          [](auto &t, double v) { t.courses[0]->SetAddFeedRate(v); }};
-    s["cut feed rate"] = {[](auto &t) { return t.courses[0]->GetCutFeedRate(); },
-                          [](auto &t, double v) { t.courses[0]->SetCutFeedRate(v); }};
-    s["approach angle"] = {[](auto &t) { return t.courses[0]->GetApproachTrajectory()->GetAngle(); },
-                           [](auto &t, double v) { Mutable(t.courses[0]->GetApproachTrajectory())->SetAngle(v); }};
-    s["approach length"] = {[](auto &t) { return t.courses[0]->GetApproachTrajectory()->GetLength(); },
-                            [](auto &t, double v) { Mutable(t.courses[0]->GetApproachTrajectory())->SetLength(v); }};
-    s["retract angle"] = {[](auto &t) { return t.courses[0]->GetRetractTrajectory()->GetAngle(); },
-                          [](auto &t, double v) { Mutable(t.courses[0]->GetRetractTrajectory())->SetAngle(v); }};
-    s["retract length"] = {[](auto &t) { return t.courses[0]->GetRetractTrajectory()->GetLength(); },
-                           [](auto &t, double v) { Mutable(t.courses[0]->GetRetractTrajectory())->SetLength(v); }};
-    s["rapid approach"] = {[](auto &t) { return Link(t)->GetRapidApproach(); },
-                           [](auto &t, double v) { Link(t)->SetRapidApproach(v); }};
-    s["rapid retract"] = {[](auto &t) { return Link(t)->GetRapidRetract(); },
-                          [](auto &t, double v) { Link(t)->SetRapidRetract(v); }};
-    s["procedure laying"] = {[](auto &t) { return t.procedure->GetLayingFeedrate(); },
-                             [](auto &t, double v) { t.procedure->SetLayingFeedrate(v); }};
-    s["procedure adding"] = {[](auto &t) { return t.procedure->GetAddingFeedrate(); },
-                             [](auto &t, double v) { t.procedure->SetAddingFeedrate(v); }};
-    s["procedure cutting"] = {[](auto &t) { return t.procedure->GetCuttingFeedrate(); },
-                              [](auto &t, double v) { t.procedure->SetCuttingFeedrate(v); }};
-    s["procedure rapid"] = {[](auto &t) { return t.procedure->GetRapidFeedRate(); },
-                            [](auto &t, double v) { t.procedure->SetRapidFeedRate(v); }};
-    s["procedure rapid approach"] = {[](auto &t) { return t.procedure->GetRapidApproach(); },
-                                     [](auto &t, double v) { t.procedure->SetRapidApproach(v); }};
-    s["procedure rapid retract"] = {[](auto &t) { return t.procedure->GetRapidRetract(); },
-                                    [](auto &t, double v) { t.procedure->SetRapidRetract(v); }};
-    s["safety clearance"] = {[](auto &t) { return t.procedure->GetSafetyClearance(); },
-                             [](auto &t, double v) { t.procedure->SetSafetyClearance(v); }};
-    s["add/cut distance"] = {[](auto &t) { return t.procedure->GetAddCutDistance(); },
-                             [](auto &t, double v) { t.procedure->SetAddCutDistance(v); }};
-    return s;
+    using C = ZYLTPTowCourse;
+    using P = ZYLTPRollLayupProcedure;
+    using L = ZYLTPLinearCourseLink;
+    using T = ZYLTPOffPartTrajectory;
+    return {{"roll-in", Of(Course, &C::GetRollIn, &C::SetRollIn)},
+            {"roll-out", Of(Course, &C::GetRollOut, &C::SetRollOut)},
+            {"laying feed rate", Of(Course, &C::GetLayingFeedRate, &C::SetLayingFeedRate)},
+            {"add feed rate", Of(Course, &C::GetAddFeedRate, &C::SetAddFeedRate)},
+            {"cut feed rate", Of(Course, &C::GetCutFeedRate, &C::SetCutFeedRate)},
+            {"approach angle", Of(Approach, &T::GetAngle, &T::SetAngle)},
+            {"approach length", Of(Approach, &T::GetLength, &T::SetLength)},
+            {"retract angle", Of(Retract, &T::GetAngle, &T::SetAngle)},
+            {"retract length", Of(Retract, &T::GetLength, &T::SetLength)},
+            {"rapid approach", Of(Link, &L::GetRapidApproach, &L::SetRapidApproach)},
+            {"rapid retract", Of(Link, &L::GetRapidRetract, &L::SetRapidRetract)},
+            {"procedure laying", Of(Procedure, &P::GetLayingFeedrate, &P::SetLayingFeedrate)},
+            {"procedure adding", Of(Procedure, &P::GetAddingFeedrate, &P::SetAddingFeedrate)},
+            {"procedure cutting", Of(Procedure, &P::GetCuttingFeedrate, &P::SetCuttingFeedrate)},
+            {"procedure rapid", Of(Procedure, &P::GetRapidFeedRate, &P::SetRapidFeedRate)},
+            {"procedure rapid approach", Of(Procedure, &P::GetRapidApproach, &P::SetRapidApproach)},
+            {"procedure rapid retract", Of(Procedure, &P::GetRapidRetract, &P::SetRapidRetract)},
+            {"safety clearance", Of(Procedure, &P::GetSafetyClearance, &P::SetSafetyClearance)},
+            {"add/cut distance", Of(Procedure, &P::GetAddCutDistance, &P::SetAddCutDistance)}};
 }
 } // namespace
 
