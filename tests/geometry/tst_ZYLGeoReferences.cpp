@@ -47,130 +47,123 @@ private slots:
         g_curvesDestroyed = 0;
         g_surfacesDestroyed = 0;
     }
-    void lastReleaseDeletes();
-    void releaseWithoutReferenceIsIgnored();
-    void handleCopiesAndMoves();
-    void bodyHoldsWhatItShows();
-    void assembledCurveHoldsSurfaceAndCurves();
-    void curveOnSurfaceHoldsItsSurface();
-    void queriedSurfaceIsDeletedOnce();
-};
 
-void tst_ZYLGeoReferences::lastReleaseDeletes()
-{
-    const CountedCurve *curve = new CountedCurve;
-    curve->AddReference();
-    curve->AddReference();
-    curve->RemoveReference();
-    QCOMPARE(g_curvesDestroyed, 0);
-    QCOMPARE(curve->GetReferenceCount(), 1);
-    curve->RemoveReference();
-    QCOMPARE(g_curvesDestroyed, 1);
-}
-
-void tst_ZYLGeoReferences::releaseWithoutReferenceIsIgnored()
-{
-    CountedCurve curve;
-    QTest::ignoreMessage(QtWarningMsg, "ZYLGeoGeometry::RemoveReference: no reference to release");
-    curve.RemoveReference();
-    QCOMPARE(g_curvesDestroyed, 0);
-    QCOMPARE(curve.GetReferenceCount(), 0);
-}
-
-void tst_ZYLGeoReferences::handleCopiesAndMoves()
-{
+    void lastReleaseDeletes()
     {
-        ZYLGeoRef<CountedCurve> a(new CountedCurve);
-        QCOMPARE(a->GetReferenceCount(), 1);
-        ZYLGeoRef<CountedCurve> b = a;
-        QCOMPARE(a->GetReferenceCount(), 2);
-        ZYLGeoRef<const ZYLGeoCurve> base = b; // to a const base
-        QCOMPARE(a->GetReferenceCount(), 3);
-        ZYLGeoRef<CountedCurve> c = std::move(a);
-        QVERIFY(!a);
-        QCOMPARE(c->GetReferenceCount(), 3);
-        b = c; // self-family assignment keeps the count right
-        QCOMPARE(c->GetReferenceCount(), 3);
-        b.reset();
-        c = ZYLGeoRef<CountedCurve>(new CountedCurve); // replacing releases the old one
-        QCOMPARE(base->GetReferenceCount(), 1);
+        const CountedCurve *curve = new CountedCurve;
+        curve->AddReference();
+        curve->AddReference();
+        curve->RemoveReference();
         QCOMPARE(g_curvesDestroyed, 0);
+        QCOMPARE(curve->GetReferenceCount(), 1);
+        curve->RemoveReference();
+        QCOMPARE(g_curvesDestroyed, 1);
     }
-    QCOMPARE(g_curvesDestroyed, 2);
-}
 
-void tst_ZYLGeoReferences::bodyHoldsWhatItShows()
-{
-    ZYLGeoRef<CountedSurface> surface(new CountedSurface);
-    auto *body = new ZYLGeoBody;
-    body->AddSurface(surface.get());
-    body->AddCurve(new CountedCurve); // the body is its only holder
-    body->AddPoint(ZYLMathPoint(5, 5, 5));
-    QTest::ignoreMessage(QtWarningMsg, "ZYLGeoBody::AddCurve: null curve ignored");
-    body->AddCurve(nullptr);
-    QCOMPARE(body->GetNumCurves(), 1);
-    QCOMPARE(surface->GetReferenceCount(), 2);
-    QVERIFY(!body->GetSurface(1));
-    QVERIFY(!body->GetCurve(-1));
-    const ZYLMathBoundingBox box = body->GetBoundingBox();
-    QVERIFY(box.Contains(ZYLMathPoint(5, 5, 5)) && box.Contains(ZYLMathPoint(1, 2, 0)) && box.Contains(ZYLMathPoint(0, 0, 0)));
-    // Shared by two holders: the body releases, the surface lives on.
-    body->AddReference();
-    body->RemoveReference();
-    QCOMPARE(g_curvesDestroyed, 1);
-    QCOMPARE(g_surfacesDestroyed, 0);
-    QCOMPARE(surface->GetReferenceCount(), 1);
-    surface.reset();
-    QCOMPARE(g_surfacesDestroyed, 1);
-}
-
-void tst_ZYLGeoReferences::assembledCurveHoldsSurfaceAndCurves()
-{
-    auto *surface = new CountedSurface;
-    auto *curve = new CountedCurve;
+    void releaseWithoutReferenceIsIgnored()
     {
-        ZYLGeoAssembledCurveOnSurface boundary(surface);
-        boundary.AddCurve(curve);
-        boundary.AddCurve(curve); // a curve may appear twice; it is held twice
-        QCOMPARE(curve->GetReferenceCount(), 2);
-        QCOMPARE(boundary.GetNumCurves(), 2);
-        QVERIFY(!boundary.GetCurve(2));
-        QVERIFY(std::abs(boundary.GetLength() - 2 * std::sqrt(5.0)) < 1e-9);
+        CountedCurve curve;
+        QTest::ignoreMessage(QtWarningMsg, "ZYLGeoGeometry::RemoveReference: no reference to release");
+        curve.RemoveReference();
+        QCOMPARE(g_curvesDestroyed, 0);
+        QCOMPARE(curve.GetReferenceCount(), 0);
     }
-    QCOMPARE(g_curvesDestroyed, 1);
-    QCOMPARE(g_surfacesDestroyed, 1);
-    ZYLGeoAssembledCurveOnSurface withoutSurface(nullptr);
-    QVERIFY(!withoutSurface.GetSurface());
-}
 
-void tst_ZYLGeoReferences::curveOnSurfaceHoldsItsSurface()
-{
-    auto *surface = new CountedSurface;
+    void handleCopiesAndMoves()
     {
-        const ZYLGeoRef<ZYLGeoCurveOnSurface> curve = ZYLGeoCurveOnSurface::CreateFromPolyline(surface, {{0, 0}, {1, 1}});
-        QVERIFY(curve);
-        QCOMPARE(surface->GetReferenceCount(), 1);
+        {
+            ZYLGeoRef<CountedCurve> a(new CountedCurve);
+            QCOMPARE(a->GetReferenceCount(), 1);
+            ZYLGeoRef<CountedCurve> b = a;
+            QCOMPARE(a->GetReferenceCount(), 2);
+            ZYLGeoRef<const ZYLGeoCurve> base = b; // to a const base
+            QCOMPARE(a->GetReferenceCount(), 3);
+            ZYLGeoRef<CountedCurve> c = std::move(a);
+            QVERIFY(!a);
+            QCOMPARE(c->GetReferenceCount(), 3);
+            b = c; // self-family assignment keeps the count right
+            QCOMPARE(c->GetReferenceCount(), 3);
+            b.reset();
+            c = ZYLGeoRef<CountedCurve>(new CountedCurve); // replacing releases the old one
+            QCOMPARE(base->GetReferenceCount(), 1);
+            QCOMPARE(g_curvesDestroyed, 0);
+        }
+        QCOMPARE(g_curvesDestroyed, 2);
+    }
+
+    void bodyHoldsWhatItShows()
+    {
+        ZYLGeoRef<CountedSurface> surface(new CountedSurface);
         auto *body = new ZYLGeoBody;
-        body->AddCurve(curve.get());
-        body->AddSurface(surface);
+        body->AddSurface(surface.get());
+        body->AddCurve(new CountedCurve); // the body is its only holder
+        body->AddPoint(ZYLMathPoint(5, 5, 5));
+        QTest::ignoreMessage(QtWarningMsg, "ZYLGeoBody::AddCurve: null curve ignored");
+        body->AddCurve(nullptr);
+        QCOMPARE(body->GetNumCurves(), 1);
         QCOMPARE(surface->GetReferenceCount(), 2);
-        ZYLGeoRef<ZYLGeoBody> held(body);
+        QVERIFY(!body->GetSurface(1));
+        QVERIFY(!body->GetCurve(-1));
+        const ZYLMathBoundingBox box = body->GetBoundingBox();
+        QVERIFY(box.Contains(ZYLMathPoint(5, 5, 5)) && box.Contains(ZYLMathPoint(1, 2, 0)) && box.Contains(ZYLMathPoint(0, 0, 0)));
+        // Shared by two holders: the body releases, the surface lives on.
+        body->AddReference();
+        body->RemoveReference();
+        QCOMPARE(g_curvesDestroyed, 1);
+        QCOMPARE(g_surfacesDestroyed, 0);
+        QCOMPARE(surface->GetReferenceCount(), 1);
+        surface.reset();
+        QCOMPARE(g_surfacesDestroyed, 1);
     }
-    // Body, curve and (through the curve) its surface are gone, each exactly once.
-    QCOMPARE(g_surfacesDestroyed, 1);
-}
 
-void tst_ZYLGeoReferences::queriedSurfaceIsDeletedOnce()
-{
-    // A queried surface carries its search index; the last release frees both, once.
-    ZYLGeoRef<ZYLGeoSurface> surface(new CountedSurface);
-    const ZYLGeoSurfaceFoot foot = surface->GetClosestPoint(ZYLMathPoint(0.25, 0.5, 3.0));
-    QVERIFY(std::abs(foot.signedDistance - 3.0) < 1e-9);
-    surface.reset();
-    QCOMPARE(g_surfacesDestroyed, 1);
-    // A refused factory call hands out nothing to release.
-    QVERIFY(!ZYLGeoPolyline::Create({}));
-}
+    void assembledCurveHoldsSurfaceAndCurves()
+    {
+        auto *surface = new CountedSurface;
+        auto *curve = new CountedCurve;
+        {
+            ZYLGeoAssembledCurveOnSurface boundary(surface);
+            boundary.AddCurve(curve);
+            boundary.AddCurve(curve); // a curve may appear twice; it is held twice
+            QCOMPARE(curve->GetReferenceCount(), 2);
+            QCOMPARE(boundary.GetNumCurves(), 2);
+            QVERIFY(!boundary.GetCurve(2));
+            QVERIFY(std::abs(boundary.GetLength() - 2 * std::sqrt(5.0)) < 1e-9);
+        }
+        QCOMPARE(g_curvesDestroyed, 1);
+        QCOMPARE(g_surfacesDestroyed, 1);
+        ZYLGeoAssembledCurveOnSurface withoutSurface(nullptr);
+        QVERIFY(!withoutSurface.GetSurface());
+    }
+
+    void curveOnSurfaceHoldsItsSurface()
+    {
+        auto *surface = new CountedSurface;
+        {
+            const ZYLGeoRef<ZYLGeoCurveOnSurface> curve = ZYLGeoCurveOnSurface::CreateFromPolyline(surface, {{0, 0}, {1, 1}});
+            QVERIFY(curve);
+            QCOMPARE(surface->GetReferenceCount(), 1);
+            auto *body = new ZYLGeoBody;
+            body->AddCurve(curve.get());
+            body->AddSurface(surface);
+            QCOMPARE(surface->GetReferenceCount(), 2);
+            ZYLGeoRef<ZYLGeoBody> held(body);
+        }
+        // Body, curve and (through the curve) its surface are gone, each exactly once.
+        QCOMPARE(g_surfacesDestroyed, 1);
+    }
+
+    void queriedSurfaceIsDeletedOnce()
+    {
+        // A queried surface carries its search index; the last release frees both, once.
+        ZYLGeoRef<ZYLGeoSurface> surface(new CountedSurface);
+        const ZYLGeoSurfaceFoot foot = surface->GetClosestPoint(ZYLMathPoint(0.25, 0.5, 3.0));
+        QVERIFY(std::abs(foot.signedDistance - 3.0) < 1e-9);
+        surface.reset();
+        QCOMPARE(g_surfacesDestroyed, 1);
+        // A refused factory call hands out nothing to release.
+        QVERIFY(!ZYLGeoPolyline::Create({}));
+    }
+};
 
 QTEST_GUILESS_MAIN(tst_ZYLGeoReferences)
 #include "tst_ZYLGeoReferences.moc"
