@@ -98,17 +98,24 @@ void tst_ZYLTPCourseReverse::runsAndMasks_data()
     QTest::addColumn<QList<int>>("points");
     QTest::addColumn<QList<quint64>>("masks");
     QTest::addColumn<QList<ZYLTPRun>>("reversed");
+    QTest::addColumn<int>("headTows"); // 0: a head without a tow count
     // 11 tow points (1..11); runs own the segments up to the next run's first point.
-    QTest::newRow("one run") << QList<int>{11} << QList<quint64>{0xF} << QList<ZYLTPRun>{{1, 11, 0xF}};
+    QTest::newRow("one run") << QList<int>{11} << QList<quint64>{0xF} << QList<ZYLTPRun>{{1, 11, 0xF}} << 0;
     QTest::newRow("three runs, eight tows")
         << QList<int>{3, 4, 4} << QList<quint64>{0x0F, 0xFF, 0x3C}
-        << QList<ZYLTPRun>{{1, 3, 0x3C}, {4, 4, 0xFF}, {8, 4, 0xF0}};
+        << QList<ZYLTPRun>{{1, 3, 0x3C}, {4, 4, 0xFF}, {8, 4, 0xF0}} << 0;
     // Tows 0 and 1 unused: the band is six tows wide, tows 2-3 map onto 2-3, 2-5 onto 0-3.
     QTest::newRow("lowest tows unused")
-        << QList<int>{5, 6} << QList<quint64>{0x0C, 0x3C} << QList<ZYLTPRun>{{1, 5, 0x0F}, {6, 6, 0x0C}};
+        << QList<int>{5, 6} << QList<quint64>{0x0C, 0x3C} << QList<ZYLTPRun>{{1, 5, 0x0F}, {6, 6, 0x0C}} << 0;
     // A run over the last tow point alone lays nothing; it stays last.
     QTest::newRow("point-only last run")
-        << QList<int>{1, 9, 1} << QList<quint64>{0x3, 0xF, 0x3} << QList<ZYLTPRun>{{1, 9, 0xF}, {10, 1, 0xC}, {11, 1, 0xC}};
+        << QList<int>{1, 9, 1} << QList<quint64>{0x3, 0xF, 0x3} << QList<ZYLTPRun>{{1, 9, 0xF}, {10, 1, 0xC}, {11, 1, 0xC}}
+        << 0;
+    // The head's count is the width from the start: tows 1-4 of 16 turn into tows 13-16.
+    QTest::newRow("16-tow head, tows 1-4")
+        << QList<int>{11} << QList<quint64>{0xF} << QList<ZYLTPRun>{{1, 11, 0xF000}} << 16;
+    QTest::newRow("16-tow head, two runs")
+        << QList<int>{5, 6} << QList<quint64>{0x0C, 0x3C} << QList<ZYLTPRun>{{1, 5, 0x3C00}, {6, 6, 0x3000}} << 16;
 }
 
 void tst_ZYLTPCourseReverse::runsAndMasks()
@@ -116,7 +123,12 @@ void tst_ZYLTPCourseReverse::runsAndMasks()
     QFETCH(QList<int>, points);
     QFETCH(QList<quint64>, masks);
     QFETCH(QList<ZYLTPRun>, reversed);
+    QFETCH(int, headTows);
     ZYLTPTestProgram t(0);
+    const ZYLTPMachineConfiguration *configuration = t.configuration;
+    if (headTows > 0)
+        configuration = t.builder.AddMachineConfiguration(
+            t.procedure, t.builder.AddMachineHead(QStringLiteral("Head"), headTows), t.roller);
     ZYLTPProgramBuilder::CourseData data = ZYLTPStraightCourse(0.0, 10.0, {});
     for (qsizetype r = 0; r < points.size(); ++r) {
         ZYLTPProgramBuilder::TowRun run;
@@ -128,9 +140,11 @@ void tst_ZYLTPCourseReverse::runsAndMasks()
             data.normals.emplace_back(0.0, 0.0, 1.0);
         }
     }
-    ZYLTPTowCourse *course = t.builder.AddTowCourse(t.procedure, t.configuration, data);
+    ZYLTPTowCourse *course = t.builder.AddTowCourse(t.procedure, configuration, data);
     const QList<double> lengths = course->GetTowLengths();
     const int width = course->GetNumTows();
+    if (headTows > 0)
+        QCOMPARE(width, headTows);
     const QByteArray before = ZYLTPBytes(t.program);
     t.Open();
     course->Reverse(true);

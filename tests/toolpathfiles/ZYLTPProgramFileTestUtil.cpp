@@ -48,6 +48,8 @@ void CompareResource(const ZYLTPResource &a, const ZYLTPResource &b)
         QCOMPARE(b.GetCollisionPoints()[i].second, a.GetCollisionPoints()[i].second);
     }
     QCOMPARE(bool(qobject_cast<const ZYLTPTool *>(&b)), bool(qobject_cast<const ZYLTPTool *>(&a)));
+    if (const auto *ha = qobject_cast<const ZYLTPMachineHead *>(&a))
+        QCOMPARE(qobject_cast<const ZYLTPMachineHead *>(&b)->GetNumTows(), ha->GetNumTows());
     const auto *ra = qobject_cast<const ZYLTPRoller *>(&a);
     const auto *rb = qobject_cast<const ZYLTPRoller *>(&b);
     QCOMPARE(bool(rb), bool(ra));
@@ -90,6 +92,7 @@ void CompareCourse(const ZYLTPRollLayupProcedure &pa, const ZYLTPCourse &a, cons
                    const ZYLTPCourse &b)
 {
     QCOMPARE(b.GetNumPoints(), a.GetNumPoints());
+    QCOMPARE(qobject_cast<const ZYLTPTowCourse *>(&b)->GetNumTows(), qobject_cast<const ZYLTPTowCourse *>(&a)->GetNumTows());
     for (int i = 0; i < a.GetNumPoints(); ++i) {
         ZYL_SAME_POINT(a.GetPoint(i)->GetTipPoint(), b.GetPoint(i)->GetTipPoint());
         ZYL_SAME_AXIS(a.GetPoint(i)->GetAxis(true), b.GetPoint(i)->GetAxis(true));

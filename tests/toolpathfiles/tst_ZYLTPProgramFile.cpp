@@ -7,6 +7,8 @@
 #include "ZYLTPCourseLink.h"
 #include "ZYLTPCoursePoints.h"
 #include "ZYLTPLinearCourseLink.h"
+#include "ZYLTPMachineHead.h"
+#include "ZYLTPProgram.h"
 #include "ZYLTPRollLayupProcedure.h"
 #include "ZYLTPRoller.h"
 #include "ZYLTPTool.h"
@@ -38,6 +40,7 @@ private slots:
     void everyParameterRoundTrip();
     void outOfRangeParameterGetsTheSettersMessage_data();
     void outOfRangeParameterGetsTheSettersMessage();
+    void olderFileWithoutHeadTowCount();
     void toolKinds_data();
     void toolKinds();
 
@@ -183,6 +186,28 @@ void tst_ZYLTPProgramFile::roundTrip()
     ZYLTPProgramFileTestUtil::CompareProgram(*original, *fromFile.program);
 }
 
+void tst_ZYLTPProgramFile::olderFileWithoutHeadTowCount()
+{
+    // A head without a tow count is how files were written before heads had one: such a
+    // file loads, its courses keep the width the file gives them, and it saves to the same bytes.
+    const QByteArray older = ReplaceFirst(m_small, QStringLiteral("(\"heads\":\\[\\{\"name\":\"[^\"]*\"),\"tows\":8"),
+                                          QStringLiteral("\\1"));
+    QVERIFY(!older.isEmpty());
+    QVERIFY(older.size() < m_small.size());
+    const ZYLTPProgramFile::LoadResult loaded = ZYLTPProgramFile::Parse(older);
+    QVERIFY2(loaded.program, qPrintable(loaded.error));
+    QCOMPARE(loaded.program->GetMachineHead(0)->GetNumTows(), 0);
+    const auto *layup = qobject_cast<const ZYLTPRollLayupProcedure *>(loaded.program->GetProcedure(0));
+    QVERIFY(layup->GetNumCourses() > 0);
+    for (int i = 0; i < layup->GetNumCourses(); ++i)
+        QCOMPARE(qobject_cast<const ZYLTPTowCourse *>(layup->GetCourseByIndex(i))->GetNumTows(), 8);
+    QVERIFY(ZYLTPProgramFile::Serialize(*loaded.program) == older);
+    // And the program as written today carries the head's count.
+    const ZYLTPProgramFile::LoadResult current = ZYLTPProgramFile::Parse(m_small);
+    QVERIFY2(current.program, qPrintable(current.error));
+    QCOMPARE(current.program->GetMachineHead(0)->GetNumTows(), 8);
+}
+
 void tst_ZYLTPProgramFile::saveKeepsPreviousFileOnFailure()
 {
     QTemporaryDir dir;
@@ -267,6 +292,14 @@ void tst_ZYLTPProgramFile::damagedFileIsRefusedAtItsPlace_data()
                                       << QStringLiteral("document: unexpected content");
     QTest::newRow("unknown link strategy") << QStringLiteral("\"strategy\":\"linear\"") << QStringLiteral("\"strategy\":\"zigzag\"")
                                            << QStringLiteral("procedures[0].links[1].strategy: unknown link strategy");
+    QTest::newRow("head of no tows") << QStringLiteral("\"tows\":8,\"collision") << QStringLiteral("\"tows\":0,\"collision")
+                                     << QStringLiteral("heads[0].tows: 0 is out of range [1, 64]");
+    QTest::newRow("head of 65 tows") << QStringLiteral("\"tows\":8,\"collision") << QStringLiteral("\"tows\":65,\"collision")
+                                     << QStringLiteral("heads[0].tows: 65 is out of range [1, 64]");
+    QTest::newRow("head tow count retyped") << QStringLiteral("\"tows\":8,\"collision") << QStringLiteral("\"tows\":\"8\",\"collision")
+                                            << QStringLiteral("heads[0].tows: expected an integer");
+    QTest::newRow("course wider than its head") << QStringLiteral("\"tows\":8,\"roll_in\"") << QStringLiteral("\"tows\":9,\"roll_in\"")
+                                                << QStringLiteral("procedures[0].courses[0].tows: the course's 9 tows are more than its head's 8");
     QTest::newRow("direction not perpendicular") << QStringLiteral("\"direction\":\\[[^\\]]*\\]")
                                                  << QStringLiteral("\"direction\":[0,0,1]")
                                                  << QStringLiteral("procedures[0].courses[0].points[0].direction:");

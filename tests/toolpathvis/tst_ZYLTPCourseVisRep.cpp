@@ -217,15 +217,25 @@ private slots:
     {
         QTest::addColumn<quint64>("mask");
         QTest::addColumn<int>("numStrips");
-        QTest::newRow("one tow") << quint64(0x1) << 1;
-        QTest::newRow("neighbours merge") << quint64(0x7) << 1;
-        QTest::newRow("gap") << quint64(0x5) << 2;
-        QTest::newRow("high tow only") << quint64(0x20) << 1;
+        QTest::addColumn<int>("headTows"); // 0: the head knows no count
+        QTest::newRow("one tow") << quint64(0x1) << 1 << 0;
+        QTest::newRow("neighbours merge") << quint64(0x7) << 1 << 0;
+        QTest::newRow("gap") << quint64(0x5) << 2 << 0;
+        QTest::newRow("high tow only") << quint64(0x20) << 1 << 0;
+        // The head's 16 lanes are centred on the tips: tows 1-4 lie wholly on one side.
+        QTest::newRow("tows 1-4 of a 16-tow head") << quint64(0xF) << 1 << 16;
+        QTest::newRow("tows 13-16 of a 16-tow head") << quint64(0xF000) << 1 << 16;
+        QTest::newRow("gap, 16-tow head") << quint64(0x0500) << 2 << 16;
     }
     void bandFollowsTheTowMasks()
     {
         QFETCH(quint64, mask);
         QFETCH(int, numStrips);
+        QFETCH(int, headTows);
+        if (headTows > 0)
+            m_program->configuration = m_program->builder.AddMachineConfiguration(
+                m_program->procedure, m_program->builder.AddMachineHead(QStringLiteral("Head"), headTows),
+                m_program->roller);
         const ZYLTPTowCourse *course = m_program->AddCourse(100.0, {{5, mask}});
         O options = m_base;
         options.SetShortTowDisplay(O::AllTows);
@@ -234,17 +244,18 @@ private slots:
         const auto triangles = TrianglesOf(ZYLTPVisPrimitivesWith(rep, options.GetCourseBandGraphicAttributes()));
         // A straight course needs no point between the ends of a span: one quad per strip.
         QCOMPARE(triangles.size(), numStrips * 2);
-        const int lanes = ZYLCompTowMask(mask).GetLastTow() + 1;
+        const int lastTow = ZYLCompTowMask(mask).GetLastTow();
+        const int lanes = headTows > 0 ? headTows : lastTow + 1;
         for (const Triangle &t : triangles) {
             const int lane = int(std::floor((t.Centroid().Y() - 100.0) / W + 0.5 * lanes));
             QVERIFY2(mask & (quint64(1) << lane), qPrintable(QStringLiteral("lane %1 drawn").arg(lane)));
         }
         // The lanes are centred on the tips: the band reaches from the lowest laid tow's outer
-        // edge to the top edge of the lanes.
+        // edge to the highest laid tow's.
         const ZYLMathBoundingBox box = rep.GetBoundingBox();
         const int firstTow = qCountTrailingZeroBits(mask);
         QVERIFY(ZYLTPVisNear(box.GetMin().Y() - 100.0, (firstTow - 0.5 * lanes) * W));
-        QVERIFY(ZYLTPVisNear(box.GetMax().Y() - 100.0, 0.5 * lanes * W));
+        QVERIFY(ZYLTPVisNear(box.GetMax().Y() - 100.0, (lastTow + 1 - 0.5 * lanes) * W));
     }
 
     void towEdges_data()
