@@ -42,10 +42,8 @@ class tst_ZYLFeatContainer : public QObject {
     Q_OBJECT
 private slots:
     void historyLimitDeletesWhatOldEntriesOwned();
-    void newCommitDeletesRedoBranch();
     void emptyCommitAddsNoEntry();
     void historyStateNamesDocumentStates();
-    void abortRollsBackOpenTransaction();
     void emittedSignals_data();
     void emittedSignals();
     void refusedOperationLeavesHistory_data();
@@ -82,30 +80,6 @@ void tst_ZYLFeatContainer::historyLimitDeletesWhatOldEntriesOwned()
     CommitRemoval(container, model, QStringLiteral("gone"));
     QCOMPARE(container.GetUndoCount(), 0);
     QCOMPARE(Model::Child::alive, 1);
-    QVERIFY_THROWS_EXCEPTION(ZYLSysException, container.SetHistoryLimit(-1));
-    QCOMPARE(container.GetHistoryLimit(), 0);
-}
-
-void tst_ZYLFeatContainer::newCommitDeletesRedoBranch()
-{
-    Model model;
-    ZYLFeatContainer container;
-    for (int i = 0; i < 3; ++i) {
-        container.OpenTransaction(QStringLiteral("add %1").arg(i));
-        ZYLFeatRecorder::Insert(model.children, 0, std::make_unique<Model::Child>(QString::number(i), i));
-        container.CommitTransaction();
-    }
-    container.Undo();
-    container.Undo();
-    // The two undone insertions own their children now.
-    QCOMPARE(model.children.size(), size_t(1));
-    QCOMPARE(Model::Child::alive, 3);
-    QCOMPARE(container.GetRedoName(), QStringLiteral("add 1"));
-
-    CommitValue(container, model, 4.0);
-    QCOMPARE(container.GetRedoCount(), 0);
-    QCOMPARE(Model::Child::alive, 1);
-    QCOMPARE(container.GetUndoCount(), 2);
 }
 
 void tst_ZYLFeatContainer::historyStateNamesDocumentStates()
@@ -161,28 +135,6 @@ void tst_ZYLFeatContainer::emptyCommitAddsNoEntry()
     QCOMPARE(container.GetRedoCount(), 1); // the redo entry is still valid
     container.Redo();
     QCOMPARE(model.value, 1.0);
-}
-
-void tst_ZYLFeatContainer::abortRollsBackOpenTransaction()
-{
-    Model model;
-    model.Populate(3);
-    ZYLFeatContainer container;
-    CommitValue(container, model, 1.0);
-    const QString before = model.Dump();
-    Model::Child *removed = model.children[1].get();
-    container.OpenTransaction("cancelled");
-    ZYLFeatRecorder::Remove(model.children, 1);
-    ZYLFeatRecorder::SetValue(model.children[0]->x, 99.0);
-    ZYLFeatRecorder::Insert(model.children, 0, std::make_unique<Model::Child>("n", 1.0));
-    QVERIFY(!container.CanUndo());
-    container.AbortTransaction();
-    QCOMPARE(model.Dump(), before);
-    QCOMPARE(model.children[1].get(), removed);
-    QCOMPARE(Model::Child::alive, 3); // the inserted child went with the aborted transaction
-    QCOMPARE(container.GetUndoCount(), 1);
-    QVERIFY(!container.HasOpenTransaction());
-    QVERIFY(!ZYLFeatTransaction::GetCurrent());
 }
 
 void tst_ZYLFeatContainer::emittedSignals_data()

@@ -53,11 +53,27 @@ private:
             failure = what;
     }
 
+    // Inserts, removes, moves or replaces in a list of owned objects, with the recorder.
+    template <typename T, typename Make>
+    void ListEdit(std::vector<std::unique_ptr<T>> &list, Make make)
+    {
+        const int size = int(list.size());
+        const int op = Pick(4);
+        if (op == 0)
+            ZYLFeatRecorder::Insert(list, Pick(size + 1), make());
+        else if (size == 0)
+            return;
+        else if (op == 1)
+            ZYLFeatRecorder::Remove(list, Pick(size));
+        else if (op == 2)
+            ZYLFeatRecorder::Move(list, Pick(size), Pick(size));
+        else
+            ZYLFeatRecorder::Replace(list, Pick(size), make());
+    }
+
     void RandomEdit(int depth)
     {
-        auto &children = m_model.children;
-        const auto size = qsizetype(children.size());
-        switch (Pick(depth < 2 ? 19 : 18)) {
+        switch (Pick(depth < 2 ? 14 : 13)) {
         case 0:
             ZYLFeatRecorder::SetValue(m_model.value, Value());
             break;
@@ -77,34 +93,13 @@ private:
                 ZYLFeatRecorder::SetValue(child->leaves[size_t(Pick(int(child->leaves.size())))]->weight, Value());
             break;
         case 5:
-            ZYLFeatRecorder::Insert(children, Pick(int(size) + 1), NewChild());
+            ListEdit(m_model.children, [this] { return NewChild(); });
             break;
         case 6:
-            if (size > 0)
-                ZYLFeatRecorder::Remove(children, Pick(int(size)));
+            if (Model::Child *child = AnyChild())
+                ListEdit(child->leaves, [this] { return std::make_unique<Model::Leaf>(Value()); });
             break;
         case 7:
-            if (size > 0)
-                ZYLFeatRecorder::Move(children, Pick(int(size)), Pick(int(size)));
-            break;
-        case 8:
-            if (size > 0)
-                ZYLFeatRecorder::Replace(children, Pick(int(size)), NewChild());
-            break;
-        case 9:
-            if (Model::Child *child = AnyChild())
-                ZYLFeatRecorder::Insert(child->leaves, Pick(int(child->leaves.size()) + 1),
-                                        std::make_unique<Model::Leaf>(Value()));
-            break;
-        case 10:
-            if (Model::Child *child = ChildWithLeaves())
-                ZYLFeatRecorder::Remove(child->leaves, Pick(int(child->leaves.size())));
-            break;
-        case 11:
-            if (Model::Child *child = ChildWithLeaves())
-                ZYLFeatRecorder::Move(child->leaves, Pick(int(child->leaves.size())), Pick(int(child->leaves.size())));
-            break;
-        case 12:
             if (!m_model.samples.empty()) {
                 const int first = Pick(int(m_model.samples.size()));
                 std::vector<double> run(size_t(1 + Pick(int(m_model.samples.size()) - first)));
@@ -113,21 +108,21 @@ private:
                 ZYLFeatRecorder::SetRange(m_model.samples, first, std::move(run));
             }
             break;
-        case 13: {
+        case 8: {
             std::vector<double> array(size_t(Pick(6)));
             for (double &v : array)
                 v = Value();
             ZYLFeatRecorder::SetValue(m_model.samples, std::move(array));
             break;
         }
-        case 14:
+        case 9:
             if (Model::Child *child = AnyChild())
                 ZYLFeatRecorder::Record(std::make_unique<Model::SwapArrays>(m_model.samples, child->samples));
             break;
-        case 15:
+        case 10:
             ZYLFeatRecorder::Record(std::make_unique<Model::DoubleInPlace>(m_model.value));
             break;
-        case 16:
+        case 11:
             // A drag: the same fields set again and again, which merges.
             for (int k = 0; k < 1 + Pick(5); ++k) {
                 ZYLFeatRecorder::SetValue(m_model.value, Value());
@@ -137,10 +132,10 @@ private:
                     ZYLFeatRecorder::SetValue(child->x, Value());
             }
             break;
-        case 17:
+        case 12:
             RefusedEdit();
             break;
-        case 18:
+        case 13:
             NestedContext(depth);
             break;
         }
