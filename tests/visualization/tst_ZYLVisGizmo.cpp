@@ -27,6 +27,19 @@ ZYLVisPickRay rayThrough(const ZYLMathPoint &target, const ZYLMathVector &view)
     return ZYLVisPickRay(target - view * 200.0, view, 0.01);
 }
 
+// A gizmo of size 10 at the tilted frame, with the given interactions.
+struct TiltedGizmo {
+    explicit TiltedGizmo(int enabled)
+    {
+        gizmo.SetSize(size);
+        gizmo.SetEnabledInteraction(enabled);
+        gizmo.SetPosition(start);
+    }
+    ZYLVisEnvironment env;
+    ZYLVisGizmo gizmo{&env};
+    const ZYLMathAxis start = tiltedFrame();
+};
+
 bool sameFrame(const ZYLMathAxis &a, const ZYLMathAxis &b)
 {
     return a.IsEqual(b, 1e-9, 1e-9);
@@ -65,12 +78,9 @@ void tst_ZYLVisGizmo::translateAlongEnabledAxis()
     QFETCH(int, axis);
     QFETCH(int, enabled);
     QFETCH(bool, moves);
-    ZYLVisEnvironment env;
-    ZYLVisGizmo gizmo(&env);
-    gizmo.SetSize(size);
-    gizmo.SetEnabledInteraction(enabled);
-    const ZYLMathAxis start = tiltedFrame();
-    gizmo.SetPosition(start);
+    TiltedGizmo rig(enabled);
+    ZYLVisGizmo &gizmo = rig.gizmo;
+    const ZYLMathAxis &start = rig.start;
     QSignalSpy spy(&gizmo, &ZYLVisGizmo::PositionChanged);
 
     const ZYLMathPoint &g = start.GetOrigin();
@@ -109,12 +119,9 @@ void tst_ZYLVisGizmo::rotateAboutEnabledAxis()
     QFETCH(int, axis);
     QFETCH(int, enabled);
     QFETCH(bool, turns);
-    ZYLVisEnvironment env;
-    ZYLVisGizmo gizmo(&env);
-    gizmo.SetSize(size);
-    gizmo.SetEnabledInteraction(enabled);
-    const ZYLMathAxis start = tiltedFrame();
-    gizmo.SetPosition(start);
+    TiltedGizmo rig(enabled);
+    ZYLVisGizmo &gizmo = rig.gizmo;
+    const ZYLMathAxis &start = rig.start;
     QSignalSpy spy(&gizmo, &ZYLVisGizmo::PositionChanged);
 
     const ZYLMathPoint &g = start.GetOrigin();

@@ -19,8 +19,6 @@ private slots:
     void positionFrame();
     void priorityWinsAtSimilarDepth_data();
     void priorityWinsAtSimilarDepth();
-    void drawnOnTopWinsOverNearer();
-    void nearestToRayWinsAtSameDepth();
     void radiusGrowsAlongRay_data();
     void radiusGrowsAlongRay();
     void linesReportPointOnGeometry_data();
@@ -97,43 +95,27 @@ void tst_ZYLVisPicking::priorityWinsAtSimilarDepth_data()
 {
     QTest::addColumn<double>("pointZ");
     QTest::addColumn<int>("pointPriority");
+    QTest::addColumn<bool>("pointDepth");
     QTest::addColumn<bool>("pointWins");
     // Radius 0.1: hits within 0.2 of the nearest depth count as at the same depth.
-    QTest::newRow("highlight just below surface") << -0.15 << 10 << true;
-    QTest::newRow("highlight far below surface") << -0.5 << 10 << false;
-    QTest::newRow("equal priority, below") << -0.15 << 0 << false;
-    QTest::newRow("secondary highlight just below") << -0.1 << 1 << true;
+    QTest::newRow("highlight just below surface") << -0.15 << 10 << true << true;
+    QTest::newRow("highlight far below surface") << -0.5 << 10 << true << false;
+    QTest::newRow("equal priority, below") << -0.15 << 0 << true << false;
+    QTest::newRow("secondary highlight just below") << -0.1 << 1 << true << true;
+    // Drawn on top (no depth test) wins whatever its depth and the other's priority.
+    QTest::newRow("overlay far below") << -20.0 << -10 << false << true;
 }
 
 void tst_ZYLVisPicking::priorityWinsAtSimilarDepth()
 {
     QFETCH(double, pointZ);
     QFETCH(int, pointPriority);
+    QFETCH(bool, pointDepth);
     QFETCH(bool, pointWins);
     TestScene scene;
     ZYLVisVirtualObject *surface = scene.Add(squareRep(0, 0, 0));
-    ZYLVisVirtualObject *point = scene.Add(pointRep({{0.5, 0.5, pointZ}}, pointPriority));
+    ZYLVisVirtualObject *point = scene.Add(pointRep({{0.5, 0.5, pointZ}}, pointPriority, pointDepth));
     QCOMPARE(scene.env.Pick(rayDown(0.5, 0.5)).object, pointWins ? point : surface);
-}
-
-void tst_ZYLVisPicking::drawnOnTopWinsOverNearer()
-{
-    TestScene scene;
-    ZYLVisVirtualObject *surface = scene.Add(squareRep(0, 0, 0, 10));
-    ZYLVisVirtualObject *overlay = scene.Add(pointRep({{0.5, 0.5, -20}}, 0, false));
-    QCOMPARE(scene.env.Pick(rayDown(0.5, 0.5)).object, overlay);
-    overlay->SetVisibility(false);
-    QCOMPARE(scene.env.Pick(rayDown(0.5, 0.5)).object, surface);
-}
-
-void tst_ZYLVisPicking::nearestToRayWinsAtSameDepth()
-{
-    TestScene scene;
-    scene.Add(pointRep({{0.06, 0, 0}}), "far");
-    ZYLVisVirtualObject *close = scene.Add(pointRep({{0, -0.02, 0.01}}), "close");
-    const ZYLVisPickResult hit = scene.env.Pick(rayDown(0, 0));
-    QCOMPARE(hit.object, close);
-    QCOMPARE_LT(std::abs(hit.distanceToRay - 0.02), 1e-12);
 }
 
 void tst_ZYLVisPicking::radiusGrowsAlongRay_data()
