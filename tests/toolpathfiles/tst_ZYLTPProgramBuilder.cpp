@@ -4,6 +4,7 @@
 #include "ZYLTPCourse.h"
 #include "ZYLTPCoursePoints.h"
 #include "ZYLTPLinearCourseLink.h"
+#include "ZYLTPMachineHead.h"
 #include "ZYLTPProgram.h"
 #include "ZYLTPProgramBuilder.h"
 #include "ZYLTPRollLayupProcedure.h"
@@ -104,6 +105,10 @@ private slots:
     void rapidDistancesOnlyForLinearCourseLinks_data();
     void rapidDistancesOnlyForLinearCourseLinks();
     void plainTool();
+    void headTowCountRefused_data();
+    void headTowCountRefused();
+    void courseWidthInTows_data();
+    void courseWidthInTows();
 };
 
 void tst_ZYLTPProgramBuilder::frames_data()
@@ -321,6 +326,83 @@ void tst_ZYLTPProgramBuilder::plainTool()
     const ZYLTPMachineConfiguration *cutting = f.builder.AddMachineConfiguration(f.procedure, nullptr, scanner);
     f.builder.AddTowCourse(f.procedure, cutting, Straight(3, 1.0));
     QCOMPARE(f.procedure->GetTools(), (QList<const ZYLTPResource *>{f.roller, scanner}));
+}
+
+void tst_ZYLTPProgramBuilder::headTowCountRefused_data()
+{
+    QTest::addColumn<int>("numTows");
+    QTest::newRow("none") << 0;
+    QTest::newRow("65") << 65;
+    QTest::newRow("negative") << -3;
+}
+
+void tst_ZYLTPProgramBuilder::headTowCountRefused()
+{
+    QFETCH(int, numTows);
+    Fixture f;
+    f.builder.AddMachineHead(QStringLiteral("Kept"), 12);
+    try {
+        f.builder.AddMachineHead(QStringLiteral("Head"), numTows);
+        QFAIL("the count was accepted");
+    } catch (const ZYLSysOutOfBoundsException &e) {
+        QVERIFY2(e.GetMessage().contains(QStringLiteral("[1, 64]")), qPrintable(e.GetMessage()));
+    }
+    QCOMPARE(f.builder.GetProgram()->GetNumMachineHeads(), 1);
+    // The next head still takes the next id.
+    QCOMPARE(f.builder.AddMachineHead(QStringLiteral("Next"), 64)->GetId(), 1);
+}
+
+void tst_ZYLTPProgramBuilder::courseWidthInTows_data()
+{
+    QTest::addColumn<int>("headTows"); // 0: a head that knows no count
+    QTest::addColumn<int>("numTows");  // the width given with the course
+    QTest::addColumn<quint64>("towMask");
+    QTest::addColumn<quint64>("forcedMask");
+    QTest::addColumn<int>("width");    // 0: refused
+    QTest::addColumn<QString>("message");
+    QTest::newRow("masks span") << 0 << 0 << quint64(0x3) << quint64(0) << 2 << QString();
+    QTest::newRow("given width") << 0 << 6 << quint64(0x3) << quint64(0) << 6 << QString();
+    QTest::newRow("16-tow head, tows 1-4") << 16 << 0 << quint64(0xF) << quint64(0) << 16 << QString();
+    QTest::newRow("head wins over a narrower width") << 16 << 4 << quint64(0xF) << quint64(0) << 16 << QString();
+    QTest::newRow("tow beyond the head") << 8 << 0 << quint64(0x1FF) << quint64(0) << 0
+                                         << QStringLiteral("The course uses tow 9, its head feeds only 8 tows");
+    QTest::newRow("forced tow beyond the head") << 8 << 0 << quint64(0x3) << quint64(0x100) << 0
+                                                << QStringLiteral("The course uses tow 9, its head feeds only 8 tows");
+    QTest::newRow("width beyond the head") << 8 << 9 << quint64(0x3) << quint64(0) << 0
+                                           << QStringLiteral("The course is 9 tows wide, its head feeds only 8");
+    QTest::newRow("tow beyond the given width") << 0 << 4 << quint64(0x1F) << quint64(0) << 0
+                                                << QStringLiteral("The course uses tow 5, it is only 4 tows wide");
+    QTest::newRow("width of 65") << 0 << 65 << quint64(0x3) << quint64(0) << 0 << QStringLiteral("Value 65");
+}
+
+void tst_ZYLTPProgramBuilder::courseWidthInTows()
+{
+    QFETCH(int, headTows);
+    QFETCH(int, numTows);
+    QFETCH(quint64, towMask);
+    QFETCH(quint64, forcedMask);
+    QFETCH(int, width);
+    QFETCH(QString, message);
+    Fixture f;
+    const ZYLTPMachineHead *head = headTows > 0 ? f.builder.AddMachineHead(QStringLiteral("Head"), headTows)
+                                                : f.builder.AddMachineHead(QStringLiteral("Head"));
+    const ZYLTPMachineConfiguration *configuration = f.builder.AddMachineConfiguration(f.procedure, head, f.roller);
+    Builder::CourseData data = Straight(3, 1.0);
+    data.numTows = numTows;
+    data.runs[0].towMask = ZYLCompTowMask(towMask);
+    data.runs[0].forcedMask = ZYLCompTowMask(forcedMask);
+    if (width > 0) {
+        QCOMPARE(f.builder.AddTowCourse(f.procedure, configuration, data)->GetNumTows(), width);
+        return;
+    }
+    try {
+        f.builder.AddTowCourse(f.procedure, configuration, data);
+        QFAIL("the course was accepted");
+    } catch (const ZYLSysException &e) {
+        QVERIFY2(e.GetMessage().startsWith(message), qPrintable(e.GetMessage()));
+    }
+    QCOMPARE(f.procedure->GetNumCourses(), 0);
+    QVERIFY(f.procedure->GetLayingOrder().isEmpty());
 }
 
 QTEST_GUILESS_MAIN(tst_ZYLTPProgramBuilder)
