@@ -7,6 +7,8 @@
 #include <QSignalSpy>
 #include <QTest>
 
+#include <optional>
+
 class tst_ZYLVisEnvironmentBatchContext : public QObject {
     Q_OBJECT
 
@@ -135,9 +137,19 @@ void tst_ZYLVisEnvironmentBatchContext::objectsOutsideTheSceneAreSilent()
 void tst_ZYLVisEnvironmentBatchContext::environmentDestroyedDuringBatch()
 {
     auto env = std::make_unique<ZYLVisEnvironment>();
-    ZYLVisEnvironmentBatchContext batch(env.get());
-    env.reset();
-    // The context ends without touching the destroyed environment.
+    std::unique_ptr<ZYLVisEnvironment> next;
+    std::optional<ZYLVisEnvironmentBatchContext> own;
+    {
+        ZYLVisEnvironmentBatchContext batch(env.get());
+        env.reset();
+        // Often made where the destroyed one was: a context that kept a plain pointer would
+        // end this one's batch when it ends.
+        next = std::make_unique<ZYLVisEnvironment>();
+        own.emplace(next.get());
+    }
+    QVERIFY(next->IsInBatch());
+    own.reset();
+    QVERIFY(!next->IsInBatch());
 }
 
 void tst_ZYLVisEnvironmentBatchContext::sceneBoundingBoxOfVisibleObjects()
