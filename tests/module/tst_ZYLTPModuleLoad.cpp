@@ -14,13 +14,9 @@
 #include "ZYLSysRegisterInit.h"
 
 #include <QAbstractButton>
-#include <QAbstractItemView>
-#include <QAbstractSpinBox>
-#include <QComboBox>
 #include <QDir>
 #include <QDialogButtonBox>
 #include <QLabel>
-#include <QLineEdit>
 #include <QPointer>
 #include <QProcess>
 #include <QPushButton>
@@ -30,6 +26,8 @@
 #include <QTest>
 
 #include <dlfcn.h>
+
+#include <memory>
 
 namespace {
 
@@ -204,11 +202,7 @@ private slots:
     // Runs first: it needs the host not yet initialised.
     void loadedFlagIsSetByTheInitCallback();
     void publishesExactlyTheCatalogue();
-    void publishedAction_data();
-    void publishedAction();
     void registersExactlyTheCommandClasses();
-    void commandClass_data();
-    void commandClass();
     void dialogCommandShowsAnHonestPanel_data();
     void dialogCommandShowsAnHonestPanel();
     void viewCommandEndsAtOnce_data();
@@ -257,78 +251,54 @@ void tst_ZYLTPModuleLoad::loadedFlagIsSetByTheInitCallback() {
     QVERIFY(m_session->IsModuleReady());
 }
 
+// Every field of every action in one line, so that one comparison checks the whole catalogue
+// and names the first action that differs.
 void tst_ZYLTPModuleLoad::publishesExactlyTheCatalogue() {
-    QList<QByteArray> expected;
+    QStringList expected, published;
     for (const CatalogueRow &row : Catalogue())
-        expected.append(KeyOf(row));
-    QCOMPARE(PublishedKeys(), expected);
+        expected << QStringList{QString::fromLatin1(KeyOf(row)), row.iconId, row.label, row.label, row.tooltip,
+                                row.mode ? QStringLiteral("mode=") + row.mode : QString(), "0 0"}
+                        .join(u'|');
+    ZYLCmdController *controller = ZYLCmdController::GetController();
+    for (const ZYLCmdAction *action : controller->GetActions()) {
+        // The key is the command class and the name, and finds the action again.
+        QCOMPARE(action->GetKey(), action->GetCommandClass() + '.' + action->GetName());
+        QCOMPARE(controller->GetAction(action->GetKey()), action);
+        QStringList properties;
+        for (auto it = action->GetProperties().cbegin(); it != action->GetProperties().cend(); ++it)
+            properties << it.key() + u'=' + it.value().toString();
+        published << QStringList{QString::fromLatin1(action->GetKey()), action->GetIconId(), action->GetLabel(),
+                                 action->text(), action->GetTooltip(), properties.join(u','),
+                                 QStringLiteral("%1 %2").arg(quintptr(action->GetSelectionFilter()))
+                                     .arg(int(action->GetFilterBehavior()))}
+                         .join(u'|');
+    }
+    QCOMPARE(published, expected);
 }
 
-void tst_ZYLTPModuleLoad::publishedAction_data() {
-    QTest::addColumn<int>("position");
-    for (int i = 0; i < Catalogue().size(); ++i)
-        QTest::newRow(KeyOf(Catalogue().at(i)).constData()) << i;
-}
-
-void tst_ZYLTPModuleLoad::publishedAction() {
-    QFETCH(int, position);
-    const CatalogueRow &row = Catalogue().at(position);
-    const QList<ZYLCmdAction *> actions = ZYLCmdController::GetController()->GetActions();
-    QVERIFY(position < actions.size());
-    const ZYLCmdAction *action = actions.at(position);
-    QCOMPARE(action->GetKey(), KeyOf(row));
-    QCOMPARE(ZYLCmdController::GetController()->GetAction(KeyOf(row)), action);
-    QCOMPARE(action->GetName(), QByteArray(row.actionName));
-    QCOMPARE(action->GetCommandClass(), QByteArray(row.commandClass));
-    QCOMPARE(action->GetIconId(), QString::fromLatin1(row.iconId));
-    QCOMPARE(action->GetLabel(), QString::fromLatin1(row.label));
-    QCOMPARE(action->text(), QString::fromLatin1(row.label));
-    QCOMPARE(action->GetTooltip(), QString::fromLatin1(row.tooltip));
-    QHash<QString, QVariant> properties;
-    if (row.mode)
-        properties.insert(QStringLiteral("mode"), QString::fromLatin1(row.mode));
-    QCOMPARE(action->GetProperties(), properties);
-    QCOMPARE(action->GetSelectionFilter(), nullptr);
-    QCOMPARE(int(action->GetFilterBehavior()), 0);
-}
-
+// Each class as the controller makes it, with a parent and nothing else, described in one line.
 void tst_ZYLTPModuleLoad::registersExactlyTheCommandClasses() {
-    QList<QByteArray> expected;
+    QStringList expected, registered;
     for (const CommandClass &commandClass : CommandClasses())
-        expected.append(commandClass.name);
-    QCOMPARE(RegisteredClassNames(), expected);
-}
-
-void tst_ZYLTPModuleLoad::commandClass_data() {
-    QTest::addColumn<int>("position");
-    for (int i = 0; i < CommandClasses().size(); ++i)
-        QTest::newRow(CommandClasses().at(i).name) << i;
-}
-
-void tst_ZYLTPModuleLoad::commandClass() {
-    QFETCH(int, position);
-    const CommandClass &expected = CommandClasses().at(position);
-    const QMetaObject *meta = ZYLCmdController::GetController()->GetRegisteredCommand(expected.name);
-    QVERIFY(meta);
-    const int labelIndex = meta->indexOfClassInfo("label");
-    QVERIFY(labelIndex >= meta->classInfoOffset());
-    QCOMPARE(meta->classInfo(labelIndex).value(), expected.label);
-    QCOMPARE(meta->inherits(&ZYLCmdDialogCommand::staticMetaObject), expected.hasPanel);
-
-    QCOMPARE(meta->constructorCount(), 1);
-    const QMetaMethod constructor = meta->constructor(0);
-    QCOMPARE(constructor.parameterTypes(), QList<QByteArray>{"QObject*"});
-    QCOMPARE(constructor.parameterNames(), QList<QByteArray>{"parent"});
-
-    // Made as the controller makes it, with a parent and nothing else.
-    QObject parent;
-    QObject *instance = meta->newInstance(Q_ARG(QObject *, &parent));
-    auto *command = qobject_cast<ZYLCmdCommand *>(instance);
-    QVERIFY(command);
-    QCOMPARE(command->parent(), &parent);
-    QCOMPARE(int(command->GetConcurrencyBehavior()), 1);
-    QCOMPARE(int(command->GetTransactionBehavior()), 0);
-    QCOMPARE(command->GetLabel(), QString::fromLatin1(expected.label));
+        expected << QStringLiteral("%1|%2|%3|1 0")
+                        .arg(QLatin1String(commandClass.name), QLatin1String(commandClass.label))
+                        .arg(commandClass.hasPanel);
+    for (const QMetaObject *meta : ZYLCmdController::GetController()->GetRegisteredCommands()) {
+        const int labelIndex = meta->indexOfClassInfo("label");
+        QVERIFY(labelIndex >= meta->classInfoOffset());
+        QObject parent;
+        std::unique_ptr<QObject> instance(meta->newInstance(Q_ARG(QObject *, &parent)));
+        auto *command = qobject_cast<ZYLCmdCommand *>(instance.get());
+        QVERIFY2(command, meta->className());
+        QCOMPARE(command->parent(), &parent);
+        QCOMPARE(command->GetLabel(), QString::fromLatin1(meta->classInfo(labelIndex).value()));
+        registered << QStringLiteral("%1|%2|%3|%4 %5")
+                          .arg(QLatin1String(meta->className()), QLatin1String(meta->classInfo(labelIndex).value()))
+                          .arg(meta->inherits(&ZYLCmdDialogCommand::staticMetaObject))
+                          .arg(int(command->GetConcurrencyBehavior()))
+                          .arg(int(command->GetTransactionBehavior()));
+    }
+    QCOMPARE(registered, expected);
 }
 
 void tst_ZYLTPModuleLoad::dialogCommandShowsAnHonestPanel_data() {
@@ -376,14 +346,10 @@ void tst_ZYLTPModuleLoad::dialogCommandShowsAnHonestPanel() {
     QVERIFY(message);
     QCOMPARE(title->text(), label);
     QCOMPARE(message->text(), QStringLiteral("This editor is not available in this build yet."));
-    QVERIFY(title->isVisible());
-    QVERIFY(message->isVisible());
-    // Nothing on the panel pretends to edit.
-    QVERIFY(panel->findChildren<QAbstractButton *>().isEmpty());
-    QVERIFY(panel->findChildren<QAbstractSpinBox *>().isEmpty());
-    QVERIFY(panel->findChildren<QLineEdit *>().isEmpty());
-    QVERIFY(panel->findChildren<QComboBox *>().isEmpty());
-    QVERIFY(panel->findChildren<QAbstractItemView *>().isEmpty());
+    QVERIFY(title->isVisible() && message->isVisible());
+    // Nothing on the panel pretends to edit: every editor, button or list takes the focus.
+    for (const QWidget *child : panel->findChildren<QWidget *>())
+        QVERIFY2(child->focusPolicy() == Qt::NoFocus, child->metaObject()->className());
 
     QDialogButtonBox *buttons = FrameButtons();
     QVERIFY(buttons);
