@@ -146,7 +146,6 @@ private slots:
     void viewSettingsShowToolsAndSurfaces();
     void viewActionsStoreModeAndRebuild_data();
     void viewActionsStoreModeAndRebuild();
-    void hideLayingPointsRebuildsWithoutVectors();
     void unknownModeOnlyRebuilds();
     void togglesFollowCheckedState_data();
     void togglesFollowCheckedState();
@@ -622,21 +621,6 @@ void tst_ZYLEditTPGraphicsMgr::viewActionsStoreModeAndRebuild() {
     // Links are drawn exactly when the new modes enable linking trajectories.
     QCOMPARE(m_manager->GetToolPathVirtualNodes(Mgr::CourseLinkNodes).isEmpty(),
              !m_manager->GetCurrentOptions().GetLinkingTrajectoriesEnabled());
-}
-
-void tst_ZYLEditTPGraphicsMgr::hideLayingPointsRebuildsWithoutVectors() {
-    SetModes(QStringLiteral("ViewCoursePolyline"), QStringLiteral("ViewLayingPointsWithAllAxes"),
-             QStringLiteral("ViewCourseLinksWithPointsOnly"), QStringLiteral("ViewLinkPointsOnly"));
-    m_manager->UpdateAllGraphics(m_manager->GetCurrentOptions());
-    const int withPoints = m_manager->GetCourseVirtualNode(m_program->courses[0])->GetRep()->GetNumPrimitives();
-
-    QVERIFY(ZYLCmdController::GetController()->Trigger("ZYLToolPathViewCmd.HideLayingPoints"));
-    QCOMPARE(int(m_manager->GetCurrentOptions().GetLayingVectorsToDisplay()), 0);
-    const ZYLVisRep *rep = m_manager->GetCourseVirtualNode(m_program->courses[0])->GetRep();
-    QList<ZYLVisOptions> unused;
-    const ZYLTPCourseVisRep expected(m_program->courses[0], 0, m_manager->GetCurrentOptions(), unused);
-    QCOMPARE(rep->GetNumPrimitives(), expected.GetNumPrimitives());
-    QVERIFY(rep->GetNumPrimitives() < withPoints);
 }
 
 void tst_ZYLEditTPGraphicsMgr::unknownModeOnlyRebuilds() {
