@@ -60,17 +60,9 @@ private slots:
             // Geometry of the scene lies in front of the ray's origin.
             QVERIFY(ray.GetParameterOf(p) > 0.0);
         }
-    }
-
-    void pickRadiusIsFourPixels_data() { addProjectionRows(); }
-    void pickRadiusIsFourPixels()
-    {
-        QFETCH(Camera::Projection, projection);
-        QFETCH(Camera::StandardView, view);
-        const Camera camera = makeCamera(projection, view);
+        // At the target's depth the pick radius covers four pixels of screen.
         const QPointF centre(200.0, 125.0);
         const ZYLVisPickRay ray = camera.GetRay(centre, viewport, 4.0);
-        // At the target's depth the radius must cover four pixels of screen.
         const double depth = ray.GetParameterOf(camera.GetTarget());
         const ZYLMathPoint atRadius = ray.GetPointAt(depth) + camera.GetRightDirection() * ray.GetRadiusAt(depth);
         QCOMPARE_LT(std::abs(camera.Project(atRadius, viewport).x() - centre.x() - 4.0), 1e-6);
