@@ -501,6 +501,11 @@ double ZYLTPTowCourse::GetMaterialUsage() const
 void ZYLTPTowCourse::SetPinchState(const ZYLTPTowPoint *start, const ZYLTPTowPoint *end,
                                    const ZYLCompTowMask &forced, const QList<double> &forcedRates)
 {
+    // A tow outside the course's band does not exist on the machine.
+    if (forced.GetLastTow() >= GetNumTows())
+        throw ZYLSysException(tr("Tow %1 cannot be forced: the course is %2 tows wide")
+                                  .arg(forced.GetLastTow() + 1)
+                                  .arg(GetNumTows()));
     QList<double> rates = ZYLTPTowTrajectory::NormalizedRates(forcedRates);
     if (std::all_of(rates.begin(), rates.end(), [](double r) { return r == 1.0; }))
         rates.clear();

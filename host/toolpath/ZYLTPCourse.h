@@ -168,7 +168,8 @@ public:
     ///   stretch (tilts are usually set to clear collisions, which depend on the pose, not on
     ///   the travel direction).
     /// - Tows: with the side direction flipped, tow t is then tow n - 1 - t (n =
-    ///   `ZYLTPTowCourse::GetNumTows()`, fixed by the first reversal): tow masks, forced masks
+    ///   `ZYLTPTowCourse::GetNumTows()`: the head's tow count, or else the width fixed by the
+    ///   first reversal): tow masks, forced masks
     ///   and forced rates are mirrored; feed rates and compaction forces are kept.
     /// - Roll-in and roll-out distances swap, and so do the approach and retract angles and
     ///   lengths.

@@ -40,8 +40,8 @@ public:
     /// Sets the forced mask and forced rates (up to 64 fractions in [0, 1] by tow index,
     /// missing entries 1.0; see `ZYLTPTowTrajectory`) on the tow trajectories over the
     /// half-open range [start, end) (null end: to the end of the course). Throws
-    /// `ZYLSysOutOfBoundsException` for a bad rate and `ZYLSysException` for a bad range,
-    /// changing nothing.
+    /// `ZYLSysOutOfBoundsException` for a bad rate and `ZYLSysException` for a bad range or a
+    /// forced tow beyond `GetNumTows()`, changing nothing.
     void SetPinchState(const ZYLTPTowPoint *start, const ZYLTPTowPoint *end, const ZYLCompTowMask &forced,
                        const QList<double> &forcedRates);
 

@@ -175,6 +175,8 @@ void tst_ZYLTPRangeEdit::pinchState()
                              course->SetPinchState(start, end, ZYLCompTowMask(1), QList<double>{1.5}));
     QVERIFY_THROWS_EXCEPTION(ZYLSysOutOfBoundsException,
                              course->SetPinchState(start, end, ZYLCompTowMask(1), QList<double>(65, 1.0)));
+    // The course is four tows wide: a fifth tow does not exist.
+    QVERIFY_THROWS_EXCEPTION(ZYLSysException, course->SetPinchState(start, end, ZYLCompTowMask(0x10), {}));
     t.Commit();
     QCOMPARE(qobject_cast<const ZYLTPTowTrajectory *>(course->GetPoint(5)->GetTrajectory())->GetForcedRates()[2], 0.5);
     t.container.Undo();
