@@ -15,6 +15,10 @@ function(zyl_add_library name)
     target_include_directories(${name} PUBLIC
         ${CMAKE_CURRENT_SOURCE_DIR} ${CMAKE_CURRENT_BINARY_DIR})
     target_link_libraries(${name} PUBLIC ${ARG_LIBS} PRIVATE ${ARG_PRIVATE_LIBS})
+    # Installed side by side in lib/, where each finds the others and the session finds the
+    # module and the bridge it loads at run time.
+    set_target_properties(${name} PROPERTIES INSTALL_RPATH "$ORIGIN")
+    install(TARGETS ${name} LIBRARY DESTINATION lib)
 endfunction()
 
 # zyl_add_test(<name> SOURCES ... LIBS ... [GL])
