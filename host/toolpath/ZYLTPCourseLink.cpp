@@ -214,10 +214,17 @@ std::vector<ZYLMathAxis> ZYLTPProcedureLink::ComputeFrames() const
 {
     const ZYLTPRollLayupProcedure *procedure = GetProcedure();
     const int segments = GetSegmentCount(GetPointsDetail());
-    if (IsApproachLink())
-        return StraightMotion(procedure->GetHomeFrame(), GetEndFrame(), 0.0, procedure->GetRapidApproach(), segments);
-    return StraightMotion(GetStartFrame(), procedure->GetHomeFrame(), procedure->GetRapidRetract(), 0.0,
-                          segments);
+    // The home frame stays where it is: only the course's end rises to clear the part.
+    if (IsApproachLink()) {
+        const ZYLMathAxis end = GetEndFrame();
+        const double approach = procedure->GetRapidApproach();
+        const double lift = ComputeClearanceLift(procedure->GetHomeFrame(), end, 0.0, approach, LiftEnd);
+        return StraightMotion(procedure->GetHomeFrame(), end, 0.0, approach + lift, segments);
+    }
+    const ZYLMathAxis start = GetStartFrame();
+    const double retract = procedure->GetRapidRetract();
+    const double lift = ComputeClearanceLift(start, procedure->GetHomeFrame(), retract, 0.0, LiftStart);
+    return StraightMotion(start, procedure->GetHomeFrame(), retract + lift, 0.0, segments);
 }
 
 ZYLTPLinearCourseLink::ZYLTPLinearCourseLink(ZYLTPRollLayupProcedure *procedure, const ZYLTPCourse *from,
@@ -256,20 +263,25 @@ constexpr int ClearanceSamples = 16;
 constexpr double ClearanceTolerance = 1e-6;
 constexpr int MaxClearanceSteps = 24;
 
-// Returns the extra height by which both lifted ends of a straight traverse must rise along
-// their tool axes so that every place of it keeps the clearance required there, the least
-// such height to within the tolerance.
+// Returns the extra height by which the lifted ends of a straight traverse that may rise
+// (`ends`) must rise along their tool axes so that every place of it keeps the clearance
+// required there, the least such height to within the tolerance.
 double FindClearanceLift(const ZYLGeoSurface &surface, const ZYLMathAxis &start, const ZYLMathAxis &end,
-                         double retract, double approach)
+                         double retract, double approach, ZYLTPCourseLink::LiftedEnds ends)
 {
-    // The head works on the side of the surface its tool axis points to at the start.
-    const ZYLGeoSurfaceFoot startFoot = surface.GetClosestPoint(start.GetOrigin());
-    const double side = startFoot.normal.Dot(start.GetThirdDirection()) < 0.0 ? -1.0 : 1.0;
+    // The head works on the side of the surface its tool axis points to on the course: at the
+    // start, unless only the end lies on a course (a link from the home frame).
+    const ZYLMathAxis &course = ends == ZYLTPCourseLink::LiftEnd ? end : start;
+    const ZYLGeoSurfaceFoot courseFoot = surface.GetClosestPoint(course.GetOrigin());
+    const double side = courseFoot.normal.Dot(course.GetThirdDirection()) < 0.0 ? -1.0 : 1.0;
+    const ZYLGeoSurfaceFoot startFoot = surface.GetClosestPoint(start.GetOrigin(), &courseFoot);
+    const double startLift = ends == ZYLTPCourseLink::LiftEnd ? 0.0 : 1.0;
+    const double endLift = ends == ZYLTPCourseLink::LiftStart ? 0.0 : 1.0;
     // How far the traverse falls short of its clearance at its worst place (negative: how
-    // much to spare) with both ends lifted `lift` further.
+    // much to spare) with the ends lifted `lift` further.
     const auto shortfall = [&](double lift) {
-        const ZYLMathPoint up = start.GetOrigin() + start.GetThirdDirection() * (retract + lift);
-        const ZYLMathPoint above = end.GetOrigin() + end.GetThirdDirection() * (approach + lift);
+        const ZYLMathPoint up = start.GetOrigin() + start.GetThirdDirection() * (retract + startLift * lift);
+        const ZYLMathPoint above = end.GetOrigin() + end.GetThirdDirection() * (approach + endLift * lift);
         double worst = -std::numeric_limits<double>::infinity();
         ZYLGeoSurfaceFoot foot = startFoot;
         for (int j = 0; j <= ClearanceSamples; ++j) {
@@ -314,21 +326,22 @@ double FindClearanceLift(const ZYLGeoSurface &surface, const ZYLMathAxis &start,
 
 } // namespace
 
-double ZYLTPLinearCourseLink::ComputeLift(const ZYLMathAxis &start, const ZYLMathAxis &end) const
+double ZYLTPCourseLink::ComputeClearanceLift(const ZYLMathAxis &start, const ZYLMathAxis &end, double retract,
+                                             double approach, LiftedEnds ends) const
 {
     const ZYLGeoSurface *surface = GetProcedure()->GetProgram()->GetPlySurface();
     if (!surface)
         return 0.0;
     LiftCache &c = m_lift;
-    if (c.valid && c.surface == surface && c.start == start && c.end == end && c.retract == m_rapidRetract
-        && c.approach == m_rapidApproach)
+    if (c.valid && c.surface == surface && c.start == start && c.end == end && c.retract == retract
+        && c.approach == approach && c.ends == ends)
         return c.lift;
-    const double lift = FindClearanceLift(*surface, start, end, m_rapidRetract, m_rapidApproach);
-    c = LiftCache{true, surface, start, end, m_rapidRetract, m_rapidApproach, lift};
+    const double lift = FindClearanceLift(*surface, start, end, retract, approach, ends);
+    c = LiftCache{true, surface, start, end, retract, approach, ends, lift};
     return lift;
 }
 
-double ZYLTPLinearCourseLink::GetClearanceLift() const
+double ZYLTPCourseLink::GetClearanceLift() const
 {
     GetNumPoints();
     const ZYLGeoSurface *surface = GetProcedure()->GetProgram()->GetPlySurface();
@@ -339,7 +352,7 @@ std::vector<ZYLMathAxis> ZYLTPLinearCourseLink::ComputeFrames() const
 {
     const ZYLMathAxis start = GetStartFrame();
     const ZYLMathAxis end = GetEndFrame();
-    const double lift = ComputeLift(start, end);
+    const double lift = ComputeClearanceLift(start, end, m_rapidRetract, m_rapidApproach, LiftBoth);
     return StraightMotion(start, end, m_rapidRetract + lift, m_rapidApproach + lift,
                           GetSegmentCount(GetPointsDetail()));
 }

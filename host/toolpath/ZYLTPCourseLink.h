@@ -62,6 +62,13 @@ public:
     double GetLength() const;
     /// Returns the time of the motion at the procedure's rapid feed rate (s).
     double GetTimeEstimate() const;
+    /// Returns the height by which the ends of the motion are lifted beyond the rapid
+    /// distances to keep its straight traverse clear of the ply surface (0 without a surface,
+    /// when clear anyway, and for links that do not lift), mm.
+    double GetClearanceLift() const;
+    /// Which ends of a straight traverse may rise to clear the part: both, or only the one on
+    /// a course when the other is the home frame.
+    enum LiftedEnds { LiftBoth, LiftStart, LiftEnd };
 
     OffPartMotionDetail GetPointsDetail() const { return m_detail; }
     /// Sets the detail; records; throws `ZYLSysOutOfBoundsException` for a value that is
@@ -104,10 +111,30 @@ protected:
     static std::vector<ZYLMathAxis> StraightMotion(const ZYLMathAxis &start, const ZYLMathAxis &end, double lift,
                                                    double drop, int segments);
 
+    /// Returns the extra height by which `ends` of the straight traverse from `start` lifted by
+    /// `retract` to `end` lifted by `approach` (along their tool axes) must rise so that, a
+    /// fraction s of the way across, it keeps (1 - s) · retract + s · approach from the ply
+    /// surface on the side the head works on. Kept with what it was found for, so an unchanged
+    /// link asks the surface nothing again.
+    double ComputeClearanceLift(const ZYLMathAxis &start, const ZYLMathAxis &end, double retract, double approach,
+                                LiftedEnds ends) const;
+
 private:
     friend class ZYLTPRollLayupProcedure;
     friend class ZYLTPProgramBuilder;
     void Refresh() const;
+    // The clearance lift and what it was found for.
+    struct LiftCache {
+        bool valid = false;
+        const void *surface = nullptr;
+        ZYLMathAxis start;
+        ZYLMathAxis end;
+        double retract = 0.0;
+        double approach = 0.0;
+        LiftedEnds ends = LiftBoth;
+        double lift = 0.0;
+    };
+    mutable LiftCache m_lift;
     ZYLTPRollLayupProcedure *m_procedure;
     const ZYLTPCourse *m_from;
     const ZYLTPCourse *m_to;

@@ -14,9 +14,9 @@
 /// the way across, by at least (1 - s) · rapid retract + s · rapid approach, measured on the
 /// side of the surface the head works on (the side the start's tool axis points to). The
 /// traverse is checked at 17 evenly spaced places, which include its points at every detail.
-/// The extra height is kept with the ends and distances it was found for, so recomputing an
-/// unchanged link after an edit elsewhere asks the surface nothing. The number of points does
-/// not change.
+/// The extra height (`GetClearanceLift()`) is kept with the ends and distances it was found
+/// for, so recomputing an unchanged link after an edit elsewhere asks the surface nothing. The
+/// number of points does not change.
 class ZYLTOOLPATH_EXPORT ZYLTPLinearCourseLink : public ZYLTPCourseLink {
     Q_OBJECT
 public:
@@ -28,29 +28,11 @@ public:
     /// Set the distances (>= 0 mm); record; throw `ZYLSysOutOfBoundsException` below 0.
     void SetRapidApproach(double distance);
     void SetRapidRetract(double distance);
-    /// Returns the height by which both ends are lifted beyond the rapid distances to keep the
-    /// traverse clear of the ply surface (0 without a surface or over a flat part), mm.
-    double GetClearanceLift() const;
-
 private:
     friend class ZYLTPRollLayupProcedure;
     friend class ZYLTPProgramBuilder;
     ZYLTPLinearCourseLink(ZYLTPRollLayupProcedure *procedure, const ZYLTPCourse *from, const ZYLTPCourse *to);
     std::vector<ZYLMathAxis> ComputeFrames() const override;
-    /// Returns the extra lift for these ends, from the cache when they are those of last time.
-    double ComputeLift(const ZYLMathAxis &start, const ZYLMathAxis &end) const;
-
-    // The extra lift and what it was computed for.
-    struct LiftCache {
-        bool valid = false;
-        const void *surface = nullptr;
-        ZYLMathAxis start;
-        ZYLMathAxis end;
-        double retract = 0.0;
-        double approach = 0.0;
-        double lift = 0.0;
-    };
     double m_rapidApproach;
     double m_rapidRetract;
-    mutable LiftCache m_lift;
 };

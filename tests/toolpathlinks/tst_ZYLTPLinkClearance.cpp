@@ -16,6 +16,8 @@ private slots:
     void linearLink_data();
     void linearLink();
     void safetyPlaneLink();
+    void procedureLinksRiseOnTheCourseSide_data();
+    void procedureLinksRiseOnTheCourseSide();
     void liftKeptUntilEndsChange();
 };
 
@@ -117,6 +119,43 @@ void tst_ZYLTPLinkClearance::linearLink()
     // Lifted no more than needed: the traverse then just touches its clearance.
     if (lifted)
         QVERIFY2(slack < 0.01, qPrintable(QString::number(slack)));
+}
+
+void tst_ZYLTPLinkClearance::procedureLinksRiseOnTheCourseSide_data()
+{
+    QTest::addColumn<bool>("approach");
+    QTest::newRow("approach") << true;
+    QTest::newRow("retract") << false;
+}
+
+// Home lies low beyond the dome's far side, so the straight move to or from the first course
+// would cut through the dome's top.
+void tst_ZYLTPLinkClearance::procedureLinksRiseOnTheCourseSide()
+{
+    QFETCH(bool, approach);
+    PanelProgram t(-1.0 / 250, ZYLTPCourseLink::Linear);
+    // Home beyond the far side of the dome from the linked course.
+    const ZYLMathAxis home(ZYLMathPoint(approach ? 700 : -700, 0, -300), ZYLMathVector(1, 0, 0), ZYLMathVector(0, 1, 0));
+    t.Open();
+    t.procedure->SetHomeFrame(home);
+    const ZYLTPCourseLink *link = approach ? t.procedure->LinkCourses(nullptr, t.courses[0], nullptr)
+                                           : t.procedure->LinkCourses(t.courses[1], nullptr, nullptr);
+    t.Commit();
+    QVERIFY(link->GetClearanceLift() > 1.0);
+    const int n = link->GetNumPoints();
+    // Home stays; the traverse keeps the rapid distance at the course, nothing at home.
+    const ZYLMathPoint homePoint = link->GetPoint(approach ? 0 : n - 1)->GetTipPoint();
+    QVERIFY(ZYLTPNear(homePoint, home.GetOrigin()));
+    const double rapid = approach ? t.procedure->GetRapidApproach() : t.procedure->GetRapidRetract();
+    const ZYLMathPoint lifted = link->GetPoint(approach ? n - 2 : 1)->GetTipPoint();
+    // Checked where the link checks it: 17 places, every point of every detail among them.
+    double slack = 1e9;
+    for (int j = 0; j <= 16; ++j) {
+        const double s = j / 16.0; // from home to the lifted course end
+        slack = std::min(slack, t.Clearance(ZYLMathPoint::Interpolate(homePoint, lifted, s)) - rapid * s);
+    }
+    QVERIFY2(slack > -0.05, qPrintable(QString::number(slack)));
+    QVERIFY2(slack < 0.01, qPrintable(QString::number(slack)));
 }
 
 void tst_ZYLTPLinkClearance::safetyPlaneLink()
