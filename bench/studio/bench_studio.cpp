@@ -4,6 +4,8 @@
 // opened program, the repaint after an orbit, and resident memory. Run under Xvfb for
 // software OpenGL:
 //   xvfb-run -a -s "-screen 0 1600x1000x24" bench_studio [courses points-per-course]
+#include "ZYLBenchSupport.h"
+
 #include "ZYLStudioMainWindow.h"
 
 #include "ZYLStudioSession.h"
@@ -30,23 +32,10 @@
 
 namespace {
 
-// Resident and peak resident memory of this process in MB, from /proc.
+// Resident and peak resident memory of this process in MB.
 std::pair<double, double> ResidentMegabytes() {
-    QFile status(QStringLiteral("/proc/self/status"));
-    double rss = 0.0;
-    double peak = 0.0;
-    if (status.open(QIODevice::ReadOnly)) {
-        for (const QByteArray &line : status.readAll().split('\n')) {
-            const QList<QByteArray> fields = line.simplified().split(' ');
-            if (fields.size() < 2)
-                continue;
-            if (fields[0] == "VmRSS:")
-                rss = fields[1].toDouble() / 1024.0;
-            else if (fields[0] == "VmHWM:")
-                peak = fields[1].toDouble() / 1024.0;
-        }
-    }
-    return {rss, peak};
+    const ZYLBenchMemory memory = ZYLBenchReadMemory();
+    return {memory.resident, memory.peak};
 }
 
 // Asks for a frame, lets the event loop draw it and waits until the (software) GPU has

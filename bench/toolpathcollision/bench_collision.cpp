@@ -4,6 +4,8 @@
 // against a plain loop of cold closest-point queries doing the same test; avoidance runs at
 // 10 mm over every course that has a colliding point.
 // Usage: bench_collision [courses] [points-per-course]
+#include "ZYLBenchSupport.h"
+
 #include "ZYLTPCourse.h"
 #include "ZYLTPDemoGenerator.h"
 #include "ZYLTPMachineConfiguration.h"
@@ -64,11 +66,7 @@ void Report(const char *what, qint64 points, double seconds, qint64 collisions)
 int main(int argc, char *argv[])
 {
     QCoreApplication app(argc, argv);
-    const QStringList args = QCoreApplication::arguments();
-    ZYLTPDemoGenerator::Parameters parameters;
-    parameters.courses = args.size() > 1 ? args.at(1).toInt() : 500;
-    parameters.pointsPerCourse = args.size() > 2 ? args.at(2).toInt() : 2000;
-    parameters.tows = 16;
+    const ZYLTPDemoGenerator::Parameters parameters = ZYLBenchDemoParameters(QCoreApplication::arguments());
 
     QElapsedTimer timer;
     timer.start();

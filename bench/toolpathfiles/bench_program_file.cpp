@@ -2,6 +2,8 @@
 // Builds a demo program (500 courses x 2000 points by default: a million laying points),
 // saves and loads it, and prints the times, the file size and the peak memory.
 // Usage: bench_program_file [courses] [points-per-course]
+#include "ZYLBenchSupport.h"
+
 #include "ZYLTPDemoGenerator.h"
 #include "ZYLTPProgramFile.h"
 
@@ -15,39 +17,15 @@
 
 namespace {
 
-// Peak resident memory of the process so far, in MB.
-double PeakMegabytes()
-{
-    QFile status(QStringLiteral("/proc/self/status"));
-    if (!status.open(QIODevice::ReadOnly))
-        return -1.0;
-    for (const QByteArray &line : status.readAll().split('\n'))
-        if (line.startsWith("VmHWM:"))
-            return line.mid(6).trimmed().split(' ').front().toDouble() / 1024.0;
-    return -1.0;
-}
-
-double CurrentMegabytes()
-{
-    QFile status(QStringLiteral("/proc/self/status"));
-    if (!status.open(QIODevice::ReadOnly))
-        return -1.0;
-    for (const QByteArray &line : status.readAll().split('\n'))
-        if (line.startsWith("VmRSS:"))
-            return line.mid(6).trimmed().split(' ').front().toDouble() / 1024.0;
-    return -1.0;
-}
+double PeakMegabytes() { return ZYLBenchReadMemory().peak; }
+double CurrentMegabytes() { return ZYLBenchReadMemory().resident; }
 
 } // namespace
 
 int main(int argc, char *argv[])
 {
     QCoreApplication app(argc, argv);
-    const QStringList args = QCoreApplication::arguments();
-    ZYLTPDemoGenerator::Parameters parameters;
-    parameters.courses = args.size() > 1 ? args.at(1).toInt() : 500;
-    parameters.pointsPerCourse = args.size() > 2 ? args.at(2).toInt() : 2000;
-    parameters.tows = 16;
+    const ZYLTPDemoGenerator::Parameters parameters = ZYLBenchDemoParameters(QCoreApplication::arguments());
 
     QElapsedTimer timer;
     timer.start();
