@@ -166,9 +166,9 @@ std::vector<std::unique_ptr<ZYLTPOffPartPoint>> &ZYLTPCourseLink::GetPointObject
     return m_points;
 }
 
-void ZYLTPCourseLink::AppendStraight(std::vector<ZYLMathAxis> &frames, const ZYLMathAxis &a, const ZYLMathPoint &b,
-                                     int segments)
+void ZYLTPCourseLink::AppendStraight(std::vector<ZYLMathAxis> &frames, ZYLMathAxis a, ZYLMathPoint b, int segments)
 {
+    // a and b are taken by value: a caller may pass frames.back(), which push_back reallocates.
     // Zero-length moves still add their points, so that the number of points depends on the
     // detail only and point objects keep their addresses while the geometry changes.
     for (int j = 1; j <= segments; ++j) {

@@ -40,9 +40,11 @@ class ZYLTPRollLayupProcedure;
 class ZYLTOOLPATH_EXPORT ZYLTPCourseLink : public QObject {
     Q_OBJECT
 public:
-    enum OffPartMotionStrategy { Linear = 0, SafetyPlane = 1, Custom = 2 };
+    // Values come from files, scripts and combo boxes and are range-checked where they are
+    // used, so these enums have a fixed underlying type: any int is a value, not undefined.
+    enum OffPartMotionStrategy : int { Linear = 0, SafetyPlane = 1, Custom = 2 };
     Q_ENUM(OffPartMotionStrategy)
-    enum OffPartMotionDetail { Coarse = 0, Normal = 1, Fine = 2 };
+    enum OffPartMotionDetail : int { Coarse = 0, Normal = 1, Fine = 2 };
     Q_ENUM(OffPartMotionDetail)
 
     ~ZYLTPCourseLink() override;
@@ -99,9 +101,8 @@ protected:
     /// return one frame per point object once the objects exist.
     std::vector<std::unique_ptr<ZYLTPOffPartPoint>> &GetPointObjects() const;
     /// Appends to `frames` the straight move from a to b in `segments` segments (a excluded,
-    /// b included), keeping a's directions.
-    static void AppendStraight(std::vector<ZYLMathAxis> &frames, const ZYLMathAxis &a, const ZYLMathPoint &b,
-                               int segments);
+    /// b included), keeping a's directions. a and b may be elements of `frames`.
+    static void AppendStraight(std::vector<ZYLMathAxis> &frames, ZYLMathAxis a, ZYLMathPoint b, int segments);
     /// Returns the motion that lifts from `start` by `lift` along its tool axis, moves
     /// straight (in `segments` segments) to `drop` above `end` along its tool axis, and
     /// goes down to `end`.

@@ -31,7 +31,7 @@ public:
     /// one axis, the shorter way), 2 "Constant" (every new point keeps the directions of the
     /// earlier of the two frames in the link's order). Stored as int item data by the link
     /// editor.
-    enum VectorInterpolation { LinearInterpolation = 0, SphericalInterpolation = 1, ConstantInterpolation = 2 };
+    enum VectorInterpolation : int { LinearInterpolation = 0, SphericalInterpolation = 1, ConstantInterpolation = 2 };
     Q_ENUM(VectorInterpolation)
 
     ~ZYLTPCustomCourseLink() override;
