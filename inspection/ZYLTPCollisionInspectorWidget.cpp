@@ -246,6 +246,8 @@ struct ZYLTPCollisionInspectorWidget::Data {
 
 ZYLTPCollisionInspectorWidget::ZYLTPCollisionInspectorWidget(QWidget *parent)
     : QMainWindow(parent), d(std::make_unique<Data>()) {
+    // A main window is a window of its own by default; this one sits in the command's frame.
+    setWindowFlags(Qt::Widget);
     d->ui.setupUi(this);
     ZYLEditTPGraphicsMgr *manager = Data::Manager();
     d->program = manager ? manager->GetToolPathProgram() : nullptr;
