@@ -1,7 +1,11 @@
 // SPDX-License-Identifier: LicenseRef-ZYL-Proprietary
 #include "ZYLTPContextualViewCmd.h"
 
-#include "ZYLTPUnavailableWidget.h"
+#include "ZYLEditTPGraphicsMgr.h"
+#include "ZYLTPContextualViewWidget.h"
+
+#include "ZYLVisEnvironment.h"
+#include "ZYLVisEnvironmentBatchContext.h"
 
 ZYLTPContextualViewCmd::ZYLTPContextualViewCmd(QObject *parent)
     : ZYLCmdDialogCommand(parent, CancelWhenInterrupted, OwnTransaction) {}
@@ -11,5 +15,26 @@ ZYLTPContextualViewCmd::~ZYLTPContextualViewCmd() = default;
 QWidget *ZYLTPContextualViewCmd::CreateContentWidget(QWidget *parent) {
     // The base makes no panel; it is called all the same, as every override calls its base.
     ZYLCmdDialogCommand::CreateContentWidget(parent);
-    return new ZYLTPUnavailableWidget(this, parent);
+    return new ZYLTPContextualViewWidget(parent);
+}
+
+QDialogButtonBox::StandardButtons ZYLTPContextualViewCmd::GetStandardButtons() const {
+    return QDialogButtonBox::Close | QDialogButtonBox::Help;
+}
+
+bool ZYLTPContextualViewCmd::Cleanup() {
+    RestoreGraphics();
+    return ZYLCmdDialogCommand::Cleanup();
+}
+
+void ZYLTPContextualViewCmd::RestoreGraphics() {
+    ZYLEditTPGraphicsMgr *manager = ZYLEditTPGraphicsMgr::GetManager();
+    ZYLVisEnvironment *environment = manager ? manager->GetEditToolPathVisEnvironment() : nullptr;
+    if (!environment)
+        return;
+    ZYLVisEnvironmentBatchContext batch(environment);
+    manager->SetAllVirtualNodesSelectable(false);
+    environment->SetSelectionFilter(nullptr);
+    environment->SetMouseInteraction(ZYLVisEnvironment::NoMouseInteraction);
+    manager->UpdateAllGraphics(manager->GetCurrentOptions());
 }
