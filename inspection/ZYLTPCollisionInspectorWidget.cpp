@@ -50,6 +50,7 @@ constexpr double ToleranceEpsilon = 0.001;
 constexpr double DefaultTolerance = 10.0;
 // A search that has run this long shows its progress (ms).
 constexpr int ProgressDelay = 500;
+constexpr qint64 ProgressInterval = 50;
 constexpr int CollisionPointSegments = 8;
 constexpr int RowPriority = 1;
 constexpr int HoverPriority = 10;
@@ -382,15 +383,22 @@ bool ZYLTPCollisionInspectorWidget::Search(double tolerance) {
     progress.setWindowModality(Qt::WindowModal);
     progress.setMinimumDuration(ProgressDelay);
     progress.setAutoReset(false);
+    // Starts the dialog's clock: it shows itself once the search has run, or promises to run,
+    // longer than the delay.
+    progress.setValue(0);
     QElapsedTimer clock;
     clock.start();
+    qint64 lastProgress = 0;
 
     const bool direction = manager && !manager->GetLayupDirection();
     Rows rows;
     int searched = 0;
     for (ZYLTPRollLayupProcedure *procedure : procedures) {
         for (int position = 0; position < procedure->GetNumCourses(); ++position, ++searched) {
-            if (clock.elapsed() >= ProgressDelay / 5 || progress.isVisible()) {
+            // The dialog is told every few tens of milliseconds only: each time it handles the
+            // pending events and repaints.
+            if (clock.elapsed() - lastProgress >= ProgressInterval) {
+                lastProgress = clock.elapsed();
                 progress.setValue(searched);
                 if (progress.wasCanceled())
                     return false;

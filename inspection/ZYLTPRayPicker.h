@@ -10,9 +10,9 @@ class ZYLVisMouseEvent;
 /// Finds, among a fixed set of points, the one nearest to the view ray of a mouse event.
 ///
 /// The points are kept in one contiguous array, so that a pick over a million points is a
-/// single pass over memory (a few milliseconds) and needs no spatial index. Distances are
-/// those of `ZYLMathLine::GetSquaredDistanceTo` for the line through the mouse point along the
-/// view direction; there is no distance limit, and on equal distances the earlier point wins.
+/// single pass over memory (a few milliseconds) and needs no spatial index. The distance is
+/// that of a point to the line through the mouse point along the view direction; there is no
+/// distance limit, and on equal distances the earlier point wins.
 class ZYLTPRayPicker {
 public:
     /// Replaces the points.
