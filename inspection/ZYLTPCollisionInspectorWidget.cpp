@@ -360,10 +360,7 @@ void ZYLTPCollisionInspectorWidget::ToggleRow(int row) {
                                           | QItemSelectionModel::Rows);
     }
     UpdateButtons();
-    if (ZYLVisEnvironment *environment = Data::Environment()) {
-        ZYLVisEnvironmentBatchContext batch(environment);
-        RedrawPoints();
-    }
+    RedrawPoints();
 }
 
 bool ZYLTPCollisionInspectorWidget::Search(double tolerance) {
@@ -446,16 +443,7 @@ void ZYLTPCollisionInspectorWidget::OnShowCollisionButtonClicked() {
         return;
     d->stale = false;
     d->lastTolerance = tolerance;
-    d->ui.pushButtonShowPointCollsionDetction->setEnabled(false);
-    {
-        ZYLEditValueContext context;
-        FillTable(false);
-        UpdateHeadDisplay();
-    }
-    if (ZYLVisEnvironment *environment = Data::Environment()) {
-        ZYLVisEnvironmentBatchContext batch(environment);
-        RedrawPoints();
-    }
+    ShowRows(false);
 }
 
 void ZYLTPCollisionInspectorWidget::OnUpdateCollisonToleranceValueChanged(double val) {
@@ -489,10 +477,7 @@ void ZYLTPCollisionInspectorWidget::OnPointSelectionChanged() {
     if (ZYLEditValueContext::IsInEditContext())
         return;
     UpdateButtons();
-    if (ZYLVisEnvironment *environment = Data::Environment()) {
-        ZYLVisEnvironmentBatchContext batch(environment);
-        RedrawPoints();
-    }
+    RedrawPoints();
 }
 
 void ZYLTPCollisionInspectorWidget::UpdateButtons() {
@@ -555,10 +540,23 @@ void ZYLTPCollisionInspectorWidget::UpdateHeadDisplay() {
         manager->SetVirtualObjectPositionByTpPoint(roller.second, row.point);
 }
 
+void ZYLTPCollisionInspectorWidget::ShowRows(bool restoreSelection) {
+    // A new list (or new states) is computed: "Update" waits for a change of tolerance.
+    d->ui.pushButtonShowPointCollsionDetction->setEnabled(false);
+    {
+        ZYLEditValueContext context;
+        FillTable(restoreSelection);
+        UpdateHeadDisplay();
+    }
+    RedrawPoints();
+}
+
 void ZYLTPCollisionInspectorWidget::RedrawPoints() {
     ZYLEditTPGraphicsMgr *manager = Data::Manager();
-    if (!manager || !d->selectedNode)
+    ZYLVisEnvironment *environment = Data::Environment();
+    if (!manager || !environment || !d->selectedNode)
         return;
+    ZYLVisEnvironmentBatchContext batch(environment);
     const std::vector<char> flags = d->SelectedFlags();
     QList<const ZYLTPPoint *> selected;
     QList<const ZYLTPPoint *> unselected;
@@ -644,14 +642,5 @@ void ZYLTPCollisionInspectorWidget::OnAvoidCollisionClicked() {
         }
     }
     d->stale = true;
-    d->ui.pushButtonShowPointCollsionDetction->setEnabled(false);
-    {
-        ZYLEditValueContext context;
-        FillTable(true);
-        UpdateHeadDisplay();
-    }
-    if (ZYLVisEnvironment *environment = Data::Environment()) {
-        ZYLVisEnvironmentBatchContext batch(environment);
-        RedrawPoints();
-    }
+    ShowRows(true);
 }

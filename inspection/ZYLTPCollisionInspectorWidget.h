@@ -45,6 +45,7 @@ private slots:
 private:
     void setupConnections();
     bool Search(double tolerance);
+    void ShowRows(bool restoreSelection);
     void FillTable(bool restoreSelection);
     void UpdateButtons();
     void UpdateHeadDisplay();
