@@ -5,7 +5,6 @@
 
 #include "ZYLEditTPGraphicsMgr.h"
 
-#include "ZYLCmdDialogCommand.h"
 #include "ZYLCmnUISettings.h"
 #include "ZYLFeatContainer.h"
 #include "ZYLTPCourse.h"
@@ -24,17 +23,13 @@
 #include <QTest>
 #include <QTimer>
 
-#include <utility>
-
 namespace {
 
 const QByteArray Action = "ZYLTPCollisionInspectorCmd.View";
 const QByteArray ToleranceKey = "LastUsedCollisionTolSettingKey";
 
-struct Hit {
-    const ZYLTPCourse *course;
-    int index;
-};
+// A colliding laying point: its course and its index there.
+struct Hit { const ZYLTPCourse *course; int index; };
 
 } // namespace
 
@@ -61,23 +56,24 @@ private:
     void Search(double tolerance);
     QTableView *Table() const { return m_host.GetPanel()->findChild<QTableView *>("tableWidget"); }
     QString Cell(int row, int column) const { return Table()->model()->index(row, column).data().toString(); }
+    QString Icon(int row) const {
+        return Table()->model()->headerData(row, Qt::Vertical, Qt::DecorationRole).value<QIcon>().name();
+    }
+    template<class T> T *Find(const char *name) const { return m_host.GetPanel()->findChild<T *>(name); }
     void SelectRows(const QList<int> &rows);
-    std::pair<double, double> Tilts(const Hit &hit) const {
-        const auto *trajectory = qobject_cast<const ZYLTPOnPartTrajectory *>(hit.course->GetPoint(hit.index)->GetTrajectory());
-        return {trajectory->GetForwardTilt(), trajectory->GetSideTilt()};
+    static ZYLTPOnPartTrajectory::Values Tilts(const Hit &hit) {
+        return hit.course->GetPoint(hit.index)->GetOnPartTrajectory()->GetValues();
     }
     // Clicks "Avoid collisions"; returns the text of the error box it raised, if any.
     QString Avoid() {
         QString error;
         QTimer closer;
         connect(&closer, &QTimer::timeout, this, [&error] {
-            if (auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget())) {
-                error = box->text();
-                box->accept();
-            }
+            if (auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget()))
+                error = box->text(), box->accept();
         });
         closer.start(10);
-        m_host.GetPanel()->findChild<QPushButton *>("pushButtonUpdateCollisionAvoidance")->click();
+        Find<QPushButton>("pushButtonUpdateCollisionAvoidance")->click();
         return error;
     }
 
@@ -92,24 +88,23 @@ QList<Hit> tst_ZYLTPCollisionInspectorWidget::Detect(double tolerance) const {
         const ZYLTPCourse *course = layup->GetCourseByPosition(position);
         QList<ZYLEditTPGraphicsMgr::CollisionPoint> points;
         manager->GetCollisionPoints(course->GetMachineConfiguration(), points);
+        const bool direction = !manager->GetLayupDirection();
         for (int i = 0; i < course->GetNumPoints(); ++i)
-            if (course->GetPoint(i)->DetectCollision(manager->GetUpdatedSurface(), !manager->GetLayupDirection(),
-                                                     tolerance, points))
+            if (course->GetPoint(i)->DetectCollision(manager->GetUpdatedSurface(), direction, tolerance, points))
                 hits.append({course, i});
     }
     return hits;
 }
 
 void tst_ZYLTPCollisionInspectorWidget::Search(double tolerance) {
-    m_host.GetPanel()->findChild<QDoubleSpinBox *>("doubleSpinBoxCollisionDetectionTol")->setValue(tolerance);
-    m_host.GetPanel()->findChild<QPushButton *>("pushButtonShowPointCollsionDetction")->click();
+    Find<QDoubleSpinBox>("doubleSpinBoxCollisionDetectionTol")->setValue(tolerance);
+    Find<QPushButton>("pushButtonShowPointCollsionDetction")->click();
 }
 
 void tst_ZYLTPCollisionInspectorWidget::SelectRows(const QList<int> &rows) {
     Table()->clearSelection();
     for (int row : rows)
-        Table()->selectionModel()->select(Table()->model()->index(row, 0),
-                                          QItemSelectionModel::Select | QItemSelectionModel::Rows);
+        Table()->selectionModel()->select(Table()->model()->index(row, 0), QItemSelectionModel::Select | QItemSelectionModel::Rows);
 }
 
 void tst_ZYLTPCollisionInspectorWidget::initTestCase() {
@@ -130,7 +125,6 @@ void tst_ZYLTPCollisionInspectorWidget::cleanup() {
 void tst_ZYLTPCollisionInspectorWidget::rowsFollowTheModelsDetection_data() {
     QTest::addColumn<double>("tolerance");
     QTest::newRow("default") << 10.0;
-    QTest::newRow("touching") << 0.0;
     QTest::newRow("wide") << 40.0;
 }
 
@@ -144,8 +138,7 @@ void tst_ZYLTPCollisionInspectorWidget::rowsFollowTheModelsDetection() {
         QCOMPARE(Cell(row, 0), QString::number(course->GetProcedure()->GetCoursePosition(course) + 1));
         QCOMPARE(Cell(row, 1), QString::number(hits[row].index + 1));
         QVERIFY(Cell(row, 2).endsWith(QStringLiteral("°")));
-        QCOMPARE(Table()->model()->headerData(row, Qt::Vertical, Qt::DecorationRole).value<QIcon>().name(),
-                 QStringLiteral("remove-all"));
+        QCOMPARE(Icon(row), QStringLiteral("remove-all"));
     }
 }
 
@@ -160,13 +153,12 @@ void tst_ZYLTPCollisionInspectorWidget::updateComputesOncePerTolerance_data() {
 void tst_ZYLTPCollisionInspectorWidget::updateComputesOncePerTolerance() {
     QFETCH(double, change);
     QFETCH(bool, enabled);
-    auto *update = m_host.GetPanel()->findChild<QPushButton *>("pushButtonShowPointCollsionDetction");
+    auto *update = Find<QPushButton>("pushButtonShowPointCollsionDetction");
     QVERIFY(update->isEnabled());
     Search(10.0);
     QVERIFY(!update->isEnabled());
     SelectRows({0});
-    auto *spin = m_host.GetPanel()->findChild<QDoubleSpinBox *>("doubleSpinBoxCollisionDetectionTol");
-    spin->setValue(10.0 + change);
+    Find<QDoubleSpinBox>("doubleSpinBoxCollisionDetectionTol")->setValue(10.0 + change);
     QCOMPARE(update->isEnabled(), enabled);
     // A click that computes nothing keeps the list and its selection.
     update->setEnabled(true);
@@ -185,14 +177,14 @@ void tst_ZYLTPCollisionInspectorWidget::storedTolerance() {
     QFETCH(double, stored);
     QFETCH(double, shown);
     QPointer<QWidget> panel = m_host.GetPanel();
-    panel->findChild<QDoubleSpinBox *>("doubleSpinBoxCollisionDetectionTol")->setValue(7.0);
+    Find<QDoubleSpinBox>("doubleSpinBoxCollisionDetectionTol")->setValue(7.0);
     QVERIFY(m_host.Press(QDialogButtonBox::Cancel));
     // The closed panel stored its value; overwrite it where the next panel will look.
     QVERIFY(panel);
     QCOMPARE(ZYLCmnUISettings::GetInstance()->GetValue(panel, ToleranceKey, 0.0).toDouble(), 7.0);
     ZYLCmnUISettings::GetInstance()->SetValue(panel, ToleranceKey, stored);
     QVERIFY(m_host.Trigger(Action));
-    QCOMPARE(m_host.GetPanel()->findChild<QDoubleSpinBox *>("doubleSpinBoxCollisionDetectionTol")->value(), shown);
+    QCOMPARE(Find<QDoubleSpinBox>("doubleSpinBoxCollisionDetectionTol")->value(), shown);
 }
 
 void tst_ZYLTPCollisionInspectorWidget::clickInTheViewTogglesTheNearestRow() {
@@ -201,11 +193,10 @@ void tst_ZYLTPCollisionInspectorWidget::clickInTheViewTogglesTheNearestRow() {
     QVERIFY(hits.size() > 2);
     const int row = hits.size() / 2;
     const ZYLMathPoint tip = hits[row].course->GetPoint(hits[row].index)->GetTipPoint();
-    auto *avoid = m_host.GetPanel()->findChild<QPushButton *>("pushButtonUpdateCollisionAvoidance");
+    auto *avoid = Find<QPushButton>("pushButtonUpdateCollisionAvoidance");
     QVERIFY(!avoid->isEnabled());
     m_host.ClickAt(tip);
-    QCOMPARE(Table()->selectionModel()->selectedRows().size(), 1);
-    QCOMPARE(Table()->selectionModel()->selectedRows().first().row(), row);
+    QCOMPARE(Table()->selectionModel()->selectedRows(), QModelIndexList{Table()->model()->index(row, 0)});
     QVERIFY(avoid->isEnabled());
     m_host.ClickAt(tip);
     QVERIFY(Table()->selectionModel()->selectedRows().isEmpty());
@@ -226,9 +217,9 @@ void tst_ZYLTPCollisionInspectorWidget::avoidanceRunsSplitByGapsAndCourses() {
     QList<int> rows;
     int untouched = -1;
     for (int r = 0; r + 4 < hits.size() && rows.isEmpty(); ++r) {
-        const bool sameCourse = hits[r].course == hits[r + 4].course;
-        const bool consecutive = hits[r + 4].index - hits[r].index == 4;
-        if (pattern == QLatin1String("gap") && sameCourse && consecutive) {
+        // Five consecutive points of one course: pick all but the middle one.
+        if (pattern == QLatin1String("gap") && hits[r].course == hits[r + 4].course
+            && hits[r + 4].index - hits[r].index == 4) {
             rows = {r, r + 1, r + 3, r + 4};
             untouched = r + 2;
         } else if (pattern == QLatin1String("courses") && hits[r].course != hits[r + 1].course) {
@@ -236,12 +227,11 @@ void tst_ZYLTPCollisionInspectorWidget::avoidanceRunsSplitByGapsAndCourses() {
         }
     }
     QVERIFY2(!rows.isEmpty(), "the demo has no rows of that shape");
-    const auto tilts = Tilts(hits[untouched >= 0 ? untouched : 0]);
+    const auto tilts = Tilts(hits[std::max(untouched, 0)]);
     SelectRows(rows);
     QCOMPARE(Avoid(), QString());
     for (int row : rows)
-        QCOMPARE(Table()->model()->headerData(row, Qt::Vertical, Qt::DecorationRole).value<QIcon>().name(),
-                 QStringLiteral("status-ok"));
+        QCOMPARE(Icon(row), QStringLiteral("status-ok"));
     if (untouched >= 0)
         QCOMPARE(Tilts(hits[untouched]), tilts);
     // The selection survives the refill and the list is stale until the tolerance changes.
@@ -250,18 +240,26 @@ void tst_ZYLTPCollisionInspectorWidget::avoidanceRunsSplitByGapsAndCourses() {
 
 void tst_ZYLTPCollisionInspectorWidget::avoidanceIsOneUndoStep_data() {
     QTest::addColumn<bool>("accept");
-    QTest::newRow("ok, then undo") << true;
-    QTest::newRow("cancel") << false;
+    QTest::addColumn<double>("tolerance");
+    QTest::addColumn<QString>("error");
+    QTest::newRow("ok, then undo") << true << 10.0 << QString();
+    QTest::newRow("cancel") << false << 10.0 << QString();
+    QTest::newRow("points the model cannot clear") << true << 1000.0 << QStringLiteral("Avoid collision failed.");
 }
 
 void tst_ZYLTPCollisionInspectorWidget::avoidanceIsOneUndoStep() {
     QFETCH(bool, accept);
+    QFETCH(double, tolerance);
+    QFETCH(QString, error);
     const QByteArray before = m_host.Serialize();
     const int undoSteps = m_host.GetContainer()->GetUndoCount();
-    Search(10.0);
-    Table()->selectAll();
-    QCOMPARE(Avoid(), QString());
-    QVERIFY(m_host.Serialize() != before);
+    Search(tolerance);
+    SelectRows({0, 1, 2, 5});
+    QCOMPARE(Avoid(), error);
+    // A failure rolls every run back at once.
+    QCOMPARE(m_host.Serialize() == before, !error.isEmpty());
+    if (!error.isEmpty())
+        return;
     QVERIFY(m_host.Press(accept ? QDialogButtonBox::Ok : QDialogButtonBox::Cancel));
     QCOMPARE(m_host.GetContainer()->GetUndoCount(), undoSteps + (accept ? 1 : 0));
     if (accept)
