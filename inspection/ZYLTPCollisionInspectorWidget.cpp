@@ -210,9 +210,11 @@ struct ZYLTPCollisionInspectorWidget::Data {
     // One flag per row: whether the row is selected.
     std::vector<char> SelectedFlags() const {
         std::vector<char> flags(rows.size(), 0);
+        // A row is selected when its first cell is.
         for (const QItemSelectionRange &range : Selection()->selection())
-            for (int row = std::max(range.top(), 0); row <= range.bottom() && row < int(rows.size()); ++row)
-                flags[row] = range.left() == 0;
+            if (range.left() == 0)
+                for (int row = std::max(range.top(), 0); row <= range.bottom() && row < int(rows.size()); ++row)
+                    flags[row] = 1;
         return flags;
     }
 
