@@ -23,15 +23,8 @@
 #include <QTest>
 #include <QTimer>
 
-namespace {
-
-const QByteArray Action = "ZYLTPCollisionInspectorCmd.View";
-const QByteArray ToleranceKey = "LastUsedCollisionTolSettingKey";
-
 // A colliding laying point: its course and its index there.
 struct Hit { const ZYLTPCourse *course; int index; };
-
-} // namespace
 
 class tst_ZYLTPCollisionInspectorWidget : public QObject {
     Q_OBJECT
@@ -53,14 +46,22 @@ private slots:
 
 private:
     QList<Hit> Detect(double tolerance) const;
-    void Search(double tolerance);
+    void Search(double tolerance) {
+        Find<QDoubleSpinBox>("doubleSpinBoxCollisionDetectionTol")->setValue(tolerance);
+        Find<QPushButton>("pushButtonShowPointCollsionDetction")->click();
+    }
     QTableView *Table() const { return m_host.GetPanel()->findChild<QTableView *>("tableWidget"); }
     QString Cell(int row, int column) const { return Table()->model()->index(row, column).data().toString(); }
     QString Icon(int row) const {
         return Table()->model()->headerData(row, Qt::Vertical, Qt::DecorationRole).value<QIcon>().name();
     }
     template<class T> T *Find(const char *name) const { return m_host.GetPanel()->findChild<T *>(name); }
-    void SelectRows(const QList<int> &rows);
+    void SelectRows(const QList<int> &rows) {
+        Table()->clearSelection();
+        for (int row : rows)
+            Table()->selectionModel()->select(Table()->model()->index(row, 0),
+                                              QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    }
     static ZYLTPOnPartTrajectory::Values Tilts(const Hit &hit) {
         return hit.course->GetPoint(hit.index)->GetOnPartTrajectory()->GetValues();
     }
@@ -96,24 +97,13 @@ QList<Hit> tst_ZYLTPCollisionInspectorWidget::Detect(double tolerance) const {
     return hits;
 }
 
-void tst_ZYLTPCollisionInspectorWidget::Search(double tolerance) {
-    Find<QDoubleSpinBox>("doubleSpinBoxCollisionDetectionTol")->setValue(tolerance);
-    Find<QPushButton>("pushButtonShowPointCollsionDetction")->click();
-}
-
-void tst_ZYLTPCollisionInspectorWidget::SelectRows(const QList<int> &rows) {
-    Table()->clearSelection();
-    for (int row : rows)
-        Table()->selectionModel()->select(Table()->model()->index(row, 0), QItemSelectionModel::Select | QItemSelectionModel::Rows);
-}
-
 void tst_ZYLTPCollisionInspectorWidget::initTestCase() {
     QVERIFY2(m_host.Start(this), qPrintable(m_host.GetError()));
 }
 
 void tst_ZYLTPCollisionInspectorWidget::init() {
     QVERIFY2(m_host.OpenDemo(), qPrintable(m_host.GetError()));
-    QVERIFY(m_host.Trigger(Action));
+    QVERIFY(m_host.Trigger("ZYLTPCollisionInspectorCmd.View"));
     QVERIFY(Table());
 }
 
@@ -181,9 +171,9 @@ void tst_ZYLTPCollisionInspectorWidget::storedTolerance() {
     QVERIFY(m_host.Press(QDialogButtonBox::Cancel));
     // The closed panel stored its value; overwrite it where the next panel will look.
     QVERIFY(panel);
-    QCOMPARE(ZYLCmnUISettings::GetInstance()->GetValue(panel, ToleranceKey, 0.0).toDouble(), 7.0);
-    ZYLCmnUISettings::GetInstance()->SetValue(panel, ToleranceKey, stored);
-    QVERIFY(m_host.Trigger(Action));
+    QCOMPARE(ZYLCmnUISettings::GetInstance()->GetValue(panel, "LastUsedCollisionTolSettingKey", 0.0).toDouble(), 7.0);
+    ZYLCmnUISettings::GetInstance()->SetValue(panel, "LastUsedCollisionTolSettingKey", stored);
+    QVERIFY(m_host.Trigger("ZYLTPCollisionInspectorCmd.View"));
     QCOMPARE(Find<QDoubleSpinBox>("doubleSpinBoxCollisionDetectionTol")->value(), shown);
 }
 

@@ -90,7 +90,6 @@ void tst_ZYLTPContextualViewWidget::rowsOfTheObjectUnderTheMouse() {
     for (const QString &row : expected)
         QVERIFY2(shown.contains(row), qPrintable(row + " not in " + shown.join(u'|')));
     // Before anything was under the mouse, the labels stood alone; leaving keeps the values.
-    QVERIFY(empty != shown);
     QVERIFY(empty.filter(QRegularExpression("=.+")).isEmpty());
     m_host.GetScene()->MouseLeave();
     QCOMPARE(Rows(), shown);
