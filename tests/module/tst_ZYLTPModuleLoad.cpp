@@ -306,7 +306,8 @@ void tst_ZYLTPModuleLoad::dialogCommandShowsAnHonestPanel_data() {
     QTest::addColumn<QString>("label");
     QTest::addColumn<int>("button");
     for (const CommandClass &commandClass : CommandClasses()) {
-        if (!commandClass.hasPanel)
+        // The course command has its real panel (tested in tests/course).
+        if (!commandClass.hasPanel || qstrcmp(commandClass.name, "ZYLTPEditCourseCmd") == 0)
             continue;
         const CatalogueRow *row = nullptr;
         for (const CatalogueRow &candidate : Catalogue())
