@@ -393,16 +393,19 @@ struct ZYLTPEditCourseWidget::Data {
         QList<const ZYLTPCourse *> courses;
         for (const QModelIndex &row : rows)
             courses.append(ObjectOf<ZYLTPCourse>(row));
+        // Procedures of other kinds hold no courses and so no rows; the rows of the last roll
+        // layup procedure close the list, and only they can move.
         const QList<ZYLTPRollLayupProcedure *> procedures = RollLayupProcedures();
-        if (procedures.isEmpty() || procedures.size() != Program()->GetNumProcedures())
+        if (procedures.isEmpty())
             return false;
         ZYLTPRollLayupProcedure *procedure = procedures.last();
         QList<int> order = procedure->GetLayingOrder();
+        const int firstRow = coursesModel->rowCount() - int(order.size());
         QList<int> selected;
         for (const QModelIndex &row : rows)
-            selected.append(row.row());
+            selected.append(row.row() - firstRow);
         std::sort(selected.begin(), selected.end());
-        if (up ? selected.first() == 0 : selected.last() == order.size() - 1)
+        if (selected.first() < 0 || (up ? selected.first() == 0 : selected.last() == order.size() - 1))
             return false;
         if (!up)
             std::reverse(selected.begin(), selected.end());
@@ -411,7 +414,7 @@ struct ZYLTPEditCourseWidget::Data {
             order.swapItemsAt(row, row + step);
         procedure->SetLayingOrder(order);
         for (int row : selected)
-            coursesModel->insertRow(row + step, coursesModel->takeRow(row));
+            coursesModel->insertRow(firstRow + row + step, coursesModel->takeRow(firstRow + row));
         for (const ZYLTPCourse *course : courses)
             SelectCourseInList(course);
         return true;
