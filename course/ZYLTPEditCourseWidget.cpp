@@ -289,6 +289,28 @@ struct ZYLTPEditCourseWidget::Data {
             UpdateLinkSelectables();
     }
 
+    // Redraws only what a step on a few courses changed: their nodes and those of the links
+    // that touch them get new representations (made with the options last applied), and
+    // new links get nodes of their own. Nodes, selection and selectability stay, and so do
+    // the scene's caches of every other node; a full rebuild of a large program would cost
+    // more than the step itself.
+    void UpdateNodes(const QList<const ZYLTPCourse *> &courses, const ZYLTPCourseLink *newLink = nullptr) {
+        ZYLEditTPGraphicsMgr *manager = Manager();
+        if (!manager || !Scene())
+            return;
+        Unplugged unplugged(this);
+        ZYLVisEnvironmentBatchContext batch(Scene());
+        for (const ZYLTPCourse *course : courses) {
+            manager->UpdateVirtualNode(manager->GetCourseVirtualNode(course), options);
+            for (const ZYLTPCourseLink *link : {course->GetApproachLink(), course->GetRetractLink()}) {
+                if (link && link != newLink)
+                    manager->UpdateVirtualNode(manager->GetCourseLinkVirtualNode(link), options);
+            }
+        }
+        if (newLink)
+            manager->AddCourseLinkVirtualNode(newLink, options);
+    }
+
     // Gives the 3-D view the courses selected in the list again (their nodes may be new).
     void SelectListedCoursesInScene() {
         if (linkMode || courseMode != Select)
@@ -452,7 +474,7 @@ struct ZYLTPEditCourseWidget::Data {
             if (!course)
                 return;
             Editable(course)->Reverse(true);
-            UpdateGraphics();
+            UpdateNodes({course});
             SelectCourseInList(course);
             Scene()->AddToSelection(manager->GetCourseVirtualNode(course));
         } else if (courseMode == Delete) {
@@ -499,12 +521,7 @@ struct ZYLTPEditCourseWidget::Data {
             }
         } else {
             nodes = manager->GetToolPathVirtualNodes(ZYLEditTPGraphicsMgr::CourseLinkNodes);
-            QList<ZYLVisVirtualObject *> ends;
-            for (const ZYLTPCourseLink *link : {static_cast<const ZYLTPCourseLink *>(procedure->GetApproachLink()),
-                                                static_cast<const ZYLTPCourseLink *>(procedure->GetRetractLink())}) {
-                if (ZYLVisVirtualObject *node = link ? manager->GetCourseLinkVirtualNode(link) : nullptr)
-                    ends.append(node);
-            }
+            const QList<ZYLVisVirtualObject *> ends = ProcedureLinkNodes();
             // The approach and retract links are not the user's to remove one by one.
             if (linkSubMode == Unlink) {
                 for (ZYLVisVirtualObject *node : ends)
@@ -514,6 +531,19 @@ struct ZYLTPEditCourseWidget::Data {
         }
         nodes.removeAll(nullptr);
         manager->SetVirtualNodesSelectable(true, nodes);
+    }
+
+    // The nodes of the procedure's approach and retract links.
+    QList<ZYLVisVirtualObject *> ProcedureLinkNodes() const {
+        QList<ZYLVisVirtualObject *> nodes;
+        if (ZYLTPRollLayupProcedure *procedure = GetRollLayupProcedure()) {
+            for (const ZYLTPCourseLink *link : {static_cast<const ZYLTPCourseLink *>(procedure->GetApproachLink()),
+                                                static_cast<const ZYLTPCourseLink *>(procedure->GetRetractLink())}) {
+                if (ZYLVisVirtualObject *node = link ? Manager()->GetCourseLinkVirtualNode(link) : nullptr)
+                    nodes.append(node);
+            }
+        }
+        return nodes;
     }
 
     void UpdateLinkActions() {
@@ -592,11 +622,11 @@ struct ZYLTPEditCourseWidget::Data {
             // behind; unchecking a sub-mode action in UpdateLinkActions clears them too.
             const ZYLTPCourse *from = std::exchange(firstPick, nullptr);
             const ZYLTPCourse *to = std::exchange(secondPick, nullptr);
-            procedure->LinkCourses(from, to, nullptr);
+            const ZYLTPCourseLink *link = procedure->LinkCourses(from, to, nullptr);
             UpdateLinkActions();
             if (linkSubMode == ChainLink && !to->GetRetractLink())
                 firstPick = to;
-            UpdateGraphics();
+            UpdateNodes({}, link);
         }
         UpdateLinkSelectables();
     }
@@ -658,16 +688,19 @@ struct ZYLTPEditCourseWidget::Data {
     }
 
     // Writes the value to the selected courses in selection order and stops at the first
-    // refusal: the courses before it keep the new value.
-    void WriteField(const CourseField &field, double value) {
+    // refusal: the courses before it keep the new value. Returns the courses written.
+    QList<const ZYLTPCourse *> WriteField(const CourseField &field, double value) {
+        QList<const ZYLTPCourse *> written;
         for (const ZYLTPCourse *course : SelectedCourses()) {
             try {
                 field.write(Editable(course), value);
+                written.append(course);
             } catch (const ZYLSysException &error) {
                 ShowInternalError(error);
                 break;
             }
         }
+        return written;
     }
 
     void BuildFields() {
@@ -929,7 +962,7 @@ void ZYLTPEditCourseWidget::EditModeActionTriggered(bool on) {
         return;
     ZYLVisEnvironmentBatchContext batch(Scene());
     // Link mode hides the approach and retract links while unlinking; they belong back.
-    Manager()->SetVirtualNodesVisibility(true, Manager()->GetToolPathVirtualNodes(ZYLEditTPGraphicsMgr::CourseLinkNodes));
+    Manager()->SetVirtualNodesVisibility(true, d->ProcedureLinkNodes());
     d->MakeSelectable(ZYLEditTPGraphicsMgr::CourseNodes);
     d->UpdateCourseSelectionFilter();
 }
@@ -973,8 +1006,7 @@ void ZYLTPEditCourseWidget::OnDoubleSpinBoxValueChanged(double value) {
     const CourseField *field = d->FieldOf(sender());
     if (!field)
         return;
-    d->WriteField(*field, value);
-    d->UpdateGraphics();
+    d->UpdateNodes(d->WriteField(*field, value));
 }
 
 void ZYLTPEditCourseWidget::OnCoursesOperationButtonClicked() {
