@@ -174,6 +174,19 @@ private slots:
         QCOMPARE(m_host.Serialize(), saved);
     }
 
+    // Accepting while several courses have no link in refuses with a message and links nothing.
+    void acceptRefusesOpenChains() {
+        Get<QAction>("actionEdit_mode")->setChecked(true);
+        Get<QAction>("actionUnlinkAll")->trigger();
+        int shown = 0;
+        AcceptMessageBoxes(&shown);
+        Get<QAction>("actionAcceptLinks")->setEnabled(true);
+        Get<QAction>("actionAcceptLinks")->trigger();
+        QCOMPARE(shown, 1);
+        QCOMPARE(Procedure()->GetNumLinks(), 0);
+        QVERIFY(!m_host.GetButton(QDialogButtonBox::Ok)->isEnabled());
+    }
+
     void fieldWrites_data() {
         QTest::addColumn<QString>("field");
         QTest::addColumn<double>("value");
