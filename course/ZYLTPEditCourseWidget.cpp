@@ -885,18 +885,21 @@ void ZYLTPEditCourseWidget::OnVisualizationSelectionChanged(QSet<ZYLVisObject *>
     QSet<ZYLVisObject *> selection = scene->GetVisualizationSelection();
     if (selection.isEmpty())
         return;
-    // A pick acts on the object just picked; the rest of the selection is older.
-    for (ZYLVisObject *object : added) {
-        if (selection.contains(object)) {
-            selection = {object};
-            break;
-        }
+    // A pick acts on the object just picked, once: the rest of the selection is older, and
+    // an object leaving the selection (a row deselected in the list) is no pick at all.
+    const bool picking = d->linkMode || d->courseMode != Select;
+    if (picking) {
+        const auto picked = std::find_if(added.cbegin(), added.cend(),
+                                         [&selection](ZYLVisObject *object) { return selection.contains(object); });
+        if (picked == added.cend())
+            return;
+        selection = {*picked};
     }
     Data::Unplugged unplugged(d.data());
     try {
         if (d->linkMode) {
             d->PickLinkOperation(selection);
-        } else if (d->courseMode != Select) {
+        } else if (picking) {
             d->PickCourseOperation(selection);
         } else {
             d->ui.listViewCourses->clearSelection();

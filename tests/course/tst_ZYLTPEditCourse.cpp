@@ -230,19 +230,27 @@ private slots:
         QTest::addColumn<QString>("action");
         QTest::addColumn<int>("removed");
         QTest::addColumn<bool>("reversed");
-        QTest::newRow("reverse") << "actionReverse" << 0 << true;
-        QTest::newRow("delete") << "actionDelete" << 1 << false;
+        QTest::addColumn<bool>("viaList"); // row 2, then row 3 chosen in the list
+        QTest::newRow("reverse") << "actionReverse" << 0 << true << false;
+        QTest::newRow("reverse from list") << "actionReverse" << 0 << true << true;
+        QTest::newRow("delete") << "actionDelete" << 1 << false << false;
     }
     void pickInMode() {
         QFETCH(QString, action);
         QFETCH(int, removed);
         QFETCH(bool, reversed);
+        QFETCH(bool, viaList);
         const ZYLTPCourse *course = Procedure()->GetCourseByPosition(3);
         const ZYLMathPoint first = course->GetPoint(0)->GetTipPoint();
         const ZYLMathPoint last = course->GetPoint(course->GetNumPoints() - 1)->GetTipPoint();
         const int courses = Procedure()->GetNumCourses();
         Get<QAction>(qPrintable(action))->setChecked(true);
-        Pick(course);
+        if (viaList) {
+            for (int row : {2, 3})
+                List()->selectionModel()->select(List()->model()->index(row, 0), QItemSelectionModel::ClearAndSelect);
+        } else {
+            Pick(course);
+        }
         QCOMPARE(Procedure()->GetNumCourses(), courses - removed);
         QCOMPARE(List()->model()->rowCount(), courses - removed);
         if (!removed) {
