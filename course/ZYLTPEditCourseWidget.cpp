@@ -917,10 +917,19 @@ void ZYLTPEditCourseWidget::OnCoursesListSelectionChanged(const QItemSelection &
     ZYLVisEnvironment *scene = Scene();
     if (!scene || !Manager())
         return;
+    // In Select mode the list follows the 3-D selection once all rows have reached it, not
+    // after each row: selecting hundreds of rows would otherwise rebuild the list as often.
+    const bool follow = !d->linkMode && d->courseMode == Select;
+    if (follow)
+        QObject::disconnect(std::exchange(d->sceneSelection, {}));
     for (const QModelIndex &index : selected.indexes())
         scene->AddToSelection(Manager()->GetCourseVirtualNode(ObjectOf<ZYLTPCourse>(index)));
     for (const QModelIndex &index : deselected.indexes())
         scene->RemoveFromSelection(Manager()->GetCourseVirtualNode(ObjectOf<ZYLTPCourse>(index)));
+    if (follow) {
+        d->ConnectScene();
+        OnVisualizationSelectionChanged({}, {});
+    }
 }
 
 void ZYLTPEditCourseWidget::OnBreakRangesListSelectionChanged(const QItemSelection &selected,

@@ -72,6 +72,7 @@ int main(int argc, char **argv) {
         host.ClickAt(course->GetPoint(course->GetNumPoints() / 2)->GetTipPoint());
     };
 
+    Report("select all rows in the list", Seconds([&] { list->selectAll(); }), 0.5);
     select(10, 3);
     Report("Up, three rows", Seconds([&] { button("buttonUp")->click(); }), 0.5);
     Report("Down, three rows", Seconds([&] { button("buttonDown")->click(); }), 0.5);
