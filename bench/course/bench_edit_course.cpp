@@ -1,10 +1,16 @@
 // SPDX-License-Identifier: LicenseRef-ZYL-Proprietary
 // The course panel on the demo program of 500 courses x 2,000 laying points (1M points): the
 // time to open it and to run its steps, each with the rebuild of the scene's nodes it causes.
+// Under an X server the studio's window shows the program and each time also waits for the
+// 3-D view's next frame (software OpenGL):
 //   QT_QPA_PLATFORM=offscreen bench_edit_course [courses points-per-course]
+//   xvfb-run -a -s "-screen 0 1600x1000x24" bench_edit_course [courses points-per-course]
 #include "ZYLBenchSupport.h"
 
 #include "ZYLTPPanelTestHost.h"
+
+#include "ZYLStudioMainWindow.h"
+#include "ZYLStudioViewer.h"
 
 #include "ZYLTPCourse.h"
 #include "ZYLTPOnPartPoint.h"
@@ -17,17 +23,30 @@
 #include <QDoubleSpinBox>
 #include <QElapsedTimer>
 #include <QListView>
+#include <QTest>
 
 #include <algorithm>
 #include <cstdio>
 #include <functional>
+#include <memory>
 
 namespace {
 
+// The studio's 3-D view when the benchmark runs with a window.
+ZYLStudioViewer *viewer = nullptr;
+
+// Runs the step and, with a window, draws the next frame; returns seconds (-1 without frame).
 double Seconds(const std::function<void()> &step) {
     QElapsedTimer timer;
     timer.start();
     step();
+    if (viewer) {
+        const quint64 frames = viewer->GetFrameCount();
+        viewer->update();
+        if (!QTest::qWaitFor([frames] { return viewer->GetFrameCount() > frames; }, 60000))
+            return -1.0; // no frame came
+
+    }
     return timer.nsecsElapsed() / 1e9;
 }
 
@@ -38,20 +57,35 @@ void Report(const char *what, double seconds, double goal) {
 } // namespace
 
 int main(int argc, char **argv) {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") && qEnvironmentVariableIsEmpty("DISPLAY"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
     const ZYLTPDemoGenerator::Parameters parameters = ZYLBenchDemoParameters(app.arguments());
     ZYLTPPanelTestHost host;
+    std::unique_ptr<ZYLStudioMainWindow> window;
     {
         ZYLGeoRef<ZYLTPProgram> program = ZYLTPDemoGenerator::Create(parameters);
-        if (!host.Start() || !host.Open(*program)) {
+        if (!host.Start()) {
+            std::printf("the host could not start: %s\n", qPrintable(host.GetError()));
+            return 1;
+        }
+        if (QGuiApplication::platformName() != QLatin1String("offscreen")) {
+            window = std::make_unique<ZYLStudioMainWindow>(host.GetSession());
+            window->SetMessageBoxesEnabled(false);
+            window->show();
+            if (!QTest::qWaitForWindowExposed(window.get()) || !window->GetOpenGLError().isEmpty())
+                return 1;
+            viewer = window->GetViewer();
+        }
+        if (!host.Open(*program)) {
             std::printf("the host could not open the program: %s\n", qPrintable(host.GetError()));
             return 1;
         }
     }
     auto *procedure = qobject_cast<ZYLTPRollLayupProcedure *>(host.GetProgram()->GetProcedure(0));
-    std::printf("program: %d courses x %d points\n", procedure->GetNumCourses(), parameters.pointsPerCourse);
+    std::printf("program: %d courses x %d points; %s\n", procedure->GetNumCourses(), parameters.pointsPerCourse,
+                viewer ? "times include the next frame of the studio's 3-D view" : "no window: scene data only");
+    Seconds([] {});
 
     QWidget *panel = nullptr;
     Report("open the panel", Seconds([&] {
@@ -72,6 +106,8 @@ int main(int argc, char **argv) {
         host.ClickAt(course->GetPoint(course->GetNumPoints() / 2)->GetTipPoint());
     };
 
+    if (viewer)
+        std::printf("%-44s %7.3f s\n", "a frame of the panel's view, nothing changed", Seconds([] {}));
     Report("select all rows in the list", Seconds([&] { list->selectAll(); }), 0.5);
     select(10, 3);
     Report("Up, three rows", Seconds([&] { button("buttonUp")->click(); }), 0.5);
