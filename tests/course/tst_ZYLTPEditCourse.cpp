@@ -5,8 +5,10 @@
 
 #include "ZYLTPApproachTrajectory.h"
 #include "ZYLTPCourse.h"
+#include "ZYLTPDemoGenerator.h"
 #include "ZYLTPOnPartPoint.h"
 #include "ZYLTPProgram.h"
+#include "ZYLTPProgramBuilder.h"
 #include "ZYLTPRollLayupProcedure.h"
 
 #include "ZYLCmdDialogCommand.h"
@@ -275,6 +277,36 @@ private slots:
         QVERIFY(m_host.Press(accept ? QDialogButtonBox::Ok : QDialogButtonBox::Cancel));
         if (accept)
             m_host.GetContainer()->Undo();
+        QCOMPARE(m_host.Serialize(), saved);
+    }
+
+    // Last, as it leaves another program open: the panel works on a ply of one course (which
+    // it never deletes) and on a program without procedures, and changes nothing.
+    void degeneratePrograms_data() {
+        QTest::addColumn<int>("courses"); // of a demo ply; -1: a program without procedures
+        QTest::newRow("one course") << 1;
+        QTest::newRow("no procedure") << -1;
+    }
+    void degeneratePrograms() {
+        QFETCH(int, courses);
+        QVERIFY(m_host.Press(QDialogButtonBox::Cancel));
+        ZYLTPDemoGenerator::Parameters parameters;
+        parameters.courses = std::max(courses, 1);
+        ZYLTPProgramBuilder builder;
+        ZYLGeoRef<ZYLTPProgram> program = ZYLTPDemoGenerator::Create(parameters);
+        QVERIFY2(m_host.Open(courses > 0 ? *program : *ZYLGeoRef<ZYLTPProgram>(builder.TakeProgram())),
+                 qPrintable(m_host.GetError()));
+        init();
+        const QByteArray saved = m_host.Serialize();
+        QCOMPARE(List()->model()->rowCount(), std::max(courses, 0));
+        Get<QAction>("actionDelete")->setChecked(true);
+        if (courses > 0)
+            Pick(Procedure()->GetCourseByIndex(0));
+        Get<QAction>("actionDelete")->setChecked(false);
+        SelectRows({0});
+        Get<QAbstractButton>("buttonUp")->click();
+        Get<QAction>("actionEdit_mode")->setChecked(true);
+        Get<QAction>("actionAcceptLinks")->trigger();
         QCOMPARE(m_host.Serialize(), saved);
     }
 };
