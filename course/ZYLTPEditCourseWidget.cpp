@@ -329,12 +329,10 @@ struct ZYLTPEditCourseWidget::Data {
     // --- Panel ----------------------------------------------------------------------------
 
     void SetPanelVisible(bool visible) {
-        for (QWidget *widget : {static_cast<QWidget *>(ui.scrollArea), static_cast<QWidget *>(ui.ButtonOrder),
-                                static_cast<QWidget *>(ui.Button_ApproachRetract), static_cast<QWidget *>(ui.Button_Feedrate),
-                                static_cast<QWidget *>(ui.frame_Order), static_cast<QWidget *>(ui.frame_ApproachRetract),
-                                static_cast<QWidget *>(ui.frame_FeedRate), static_cast<QWidget *>(ui.groupBox_break),
-                                static_cast<QWidget *>(ui.groupBox_reverse), static_cast<QWidget *>(ui.groupBox_order),
-                                static_cast<QWidget *>(ui.listViewCourses), static_cast<QWidget *>(ui.listViewBreakRanges)})
+        const QList<QWidget *> panel{ui.scrollArea,       ui.ButtonOrder,     ui.Button_ApproachRetract, ui.Button_Feedrate,
+                                    ui.frame_Order,      ui.frame_ApproachRetract, ui.frame_FeedRate, ui.groupBox_break,
+                                    ui.groupBox_reverse, ui.groupBox_order,   ui.listViewCourses,        ui.listViewBreakRanges};
+        for (QWidget *widget : panel)
             widget->setVisible(visible);
     }
 
@@ -762,8 +760,7 @@ ZYLTPEditCourseWidget::ZYLTPEditCourseWidget(QWidget *parent, ZYLTPEditCourseCmd
     d->ui.Button_Process->hide();
     d->ui.frame_Process->hide();
     d->ui.scrollArea->setWidget(d->ui.scrollAreaWidgetContents);
-    for (QWidget *widget : {static_cast<QWidget *>(d->ui.groupBox_reverse), static_cast<QWidget *>(d->ui.groupBox_break),
-                            static_cast<QWidget *>(d->ui.listViewBreakRanges)})
+    for (QWidget *widget : QList<QWidget *>{d->ui.groupBox_reverse, d->ui.groupBox_break, d->ui.listViewBreakRanges})
         widget->hide();
     d->ui.actionResetlink->setVisible(false);
 
