@@ -233,20 +233,24 @@ private slots:
         QTest::addColumn<int>("removed");
         QTest::addColumn<bool>("reversed");
         QTest::addColumn<bool>("viaList"); // row 2, then row 3 chosen in the list
-        QTest::newRow("reverse") << "actionReverse" << 0 << true << false;
-        QTest::newRow("reverse from list") << "actionReverse" << 0 << true << true;
-        QTest::newRow("delete") << "actionDelete" << 1 << false << false;
+        QTest::addColumn<QList<int>>("selectedAfter");
+        QTest::newRow("select adds") << QString() << 0 << false << false << QList<int>{0, 3};
+        QTest::newRow("reverse") << "actionReverse" << 0 << true << false << QList<int>{3};
+        QTest::newRow("reverse from list") << "actionReverse" << 0 << true << true << QList<int>{3};
+        QTest::newRow("delete") << "actionDelete" << 1 << false << false << QList<int>{};
     }
     void pickInMode() {
         QFETCH(QString, action);
         QFETCH(int, removed);
         QFETCH(bool, reversed);
         QFETCH(bool, viaList);
+        QFETCH(QList<int>, selectedAfter);
         const ZYLTPCourse *course = Procedure()->GetCourseByPosition(3);
         const ZYLMathPoint first = course->GetPoint(0)->GetTipPoint();
         const ZYLMathPoint last = course->GetPoint(course->GetNumPoints() - 1)->GetTipPoint();
         const int courses = Procedure()->GetNumCourses();
-        Get<QAction>(qPrintable(action))->setChecked(true);
+        if (!action.isEmpty())
+            Get<QAction>(qPrintable(action))->setChecked(true);
         if (viaList) {
             for (int row : {2, 3})
                 List()->selectionModel()->select(List()->model()->index(row, 0), QItemSelectionModel::ClearAndSelect);
@@ -255,11 +259,9 @@ private slots:
         }
         QCOMPARE(Procedure()->GetNumCourses(), courses - removed);
         QCOMPARE(List()->model()->rowCount(), courses - removed);
-        if (!removed) {
-            const ZYLMathPoint start = course->GetPoint(0)->GetTipPoint();
-            QVERIFY((start - (reversed ? last : first)).GetLength() < 1e-6);
-            QCOMPARE(SelectedRows(), QList<int>{3});
-        }
+        if (!removed)
+            QVERIFY((course->GetPoint(0)->GetTipPoint() - (reversed ? last : first)).GetLength() < 1e-6);
+        QCOMPARE(SelectedRows(), selectedAfter);
     }
 
     void endings_data() {
