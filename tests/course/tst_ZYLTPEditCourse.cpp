@@ -264,6 +264,23 @@ private slots:
         QCOMPARE(SelectedRows(), selectedAfter);
     }
 
+    // Break all makes ranges, listed at once; choosing one breaks its course there.
+    void breakRanges() {
+        Get<QAction>("actionBreak")->setChecked(true);
+        Get<QDoubleSpinBox>("doubleSpinBoxBreakLength")->setValue(500.0);
+        Get<QAbstractButton>("buttonBreakAllCourses")->click();
+        int ranges = 0;
+        for (int c = 0; c < Procedure()->GetNumCourses(); ++c)
+            ranges += Procedure()->GetCourseByIndex(c)->GetNumBreakRanges();
+        auto *list = Get<QListView>("listViewBreakRanges");
+        QVERIFY(ranges > 0);
+        QCOMPARE(list->model()->rowCount(), ranges);
+        const int courses = Procedure()->GetNumCourses();
+        list->selectionModel()->select(list->model()->index(0, 0), QItemSelectionModel::ClearAndSelect);
+        QCOMPARE(Procedure()->GetNumCourses(), courses + 1);
+        QCOMPARE(list->model()->rowCount(), ranges - 1);
+    }
+
     void endings_data() {
         QTest::addColumn<bool>("accept");
         QTest::newRow("cancel") << false;
