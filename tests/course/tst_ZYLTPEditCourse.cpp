@@ -11,7 +11,6 @@
 #include "ZYLTPProgramBuilder.h"
 #include "ZYLTPRollLayupProcedure.h"
 
-#include "ZYLCmdDialogCommand.h"
 #include "ZYLFeatContainer.h"
 
 #include <QAbstractButton>
@@ -46,17 +45,17 @@ class tst_ZYLTPEditCourse : public QObject {
         std::sort(rows.begin(), rows.end());
         return rows;
     }
-    void SelectRows(const QList<int> &rows) {
+    void SelectRows(const QList<int> &rows, QItemSelectionModel::SelectionFlags flags = QItemSelectionModel::Select) {
         List()->clearSelection();
         for (int row : rows)
-            List()->selectionModel()->select(List()->model()->index(row, 0), QItemSelectionModel::Select);
+            List()->selectionModel()->select(List()->model()->index(row, 0), flags);
     }
     // Clicks the middle laying point of the course straight from above.
     void Pick(const ZYLTPCourse *course) {
         m_host.ClickAt(course->GetPoint(course->GetNumPoints() / 2)->GetTipPoint());
     }
     // Closes the next message box and counts it.
-    void AcceptMessageBoxes(int *count) {
+    void AcceptNextMessageBox(int *count) {
         QTimer::singleShot(0, this, [this, count] {
             if (auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget())) {
                 ++*count;
@@ -181,7 +180,7 @@ private slots:
         Get<QAction>("actionEdit_mode")->setChecked(true);
         Get<QAction>("actionUnlinkAll")->trigger();
         int shown = 0;
-        AcceptMessageBoxes(&shown);
+        AcceptNextMessageBox(&shown);
         Get<QAction>("actionAcceptLinks")->setEnabled(true);
         Get<QAction>("actionAcceptLinks")->trigger();
         QCOMPARE(shown, 1);
@@ -216,7 +215,7 @@ private slots:
         QList<double> expected = values();
         SelectRows({1, 2, 3});
         int shown = 0;
-        AcceptMessageBoxes(&shown);
+        AcceptNextMessageBox(&shown);
         Get<QDoubleSpinBox>(qPrintable(field))->setValue(value);
         if (!reset.isEmpty()) {
             Get<QAbstractButton>(qPrintable(reset))->click();
@@ -251,12 +250,10 @@ private slots:
         const int courses = Procedure()->GetNumCourses();
         if (!action.isEmpty())
             Get<QAction>(qPrintable(action))->setChecked(true);
-        if (viaList) {
-            for (int row : {2, 3})
-                List()->selectionModel()->select(List()->model()->index(row, 0), QItemSelectionModel::ClearAndSelect);
-        } else {
+        if (viaList)
+            SelectRows({2, 3}, QItemSelectionModel::ClearAndSelect);
+        else
             Pick(course);
-        }
         QCOMPARE(Procedure()->GetNumCourses(), courses - removed);
         QCOMPARE(List()->model()->rowCount(), courses - removed);
         if (!removed)
@@ -312,9 +309,9 @@ private slots:
         ZYLTPDemoGenerator::Parameters parameters;
         parameters.courses = std::max(courses, 1);
         ZYLTPProgramBuilder builder;
-        ZYLGeoRef<ZYLTPProgram> program = ZYLTPDemoGenerator::Create(parameters);
-        QVERIFY2(m_host.Open(courses > 0 ? *program : *ZYLGeoRef<ZYLTPProgram>(builder.TakeProgram())),
-                 qPrintable(m_host.GetError()));
+        const ZYLGeoRef<ZYLTPProgram> program(courses > 0 ? ZYLTPDemoGenerator::Create(parameters)
+                                                          : ZYLGeoRef<ZYLTPProgram>(builder.TakeProgram()));
+        QVERIFY2(m_host.Open(*program), qPrintable(m_host.GetError()));
         init();
         const QByteArray saved = m_host.Serialize();
         QCOMPARE(List()->model()->rowCount(), std::max(courses, 0));
