@@ -625,6 +625,9 @@ struct ZYLTPEditCourseWidget::Data {
             if (linkSubMode == ChainLink && !to->GetRetractLink())
                 firstPick = to;
             UpdateNodes({}, link);
+            // The highlight shows the course a link will start from, when there is one.
+            if (!firstPick)
+                Scene()->SetVisualizationSelection({});
         }
         UpdateLinkSelectables();
     }
