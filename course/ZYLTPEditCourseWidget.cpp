@@ -775,6 +775,11 @@ ZYLTPEditCourseWidget::ZYLTPEditCourseWidget(QWidget *parent, ZYLTPEditCourseCmd
 }
 
 ZYLTPEditCourseWidget::~ZYLTPEditCourseWidget() {
+    // The lists and the scene must not reach the slots while the children go down after `d`.
+    QObject::disconnect(d->listSelection);
+    QObject::disconnect(d->sceneSelection);
+    d->ui.listViewCourses->selectionModel()->disconnect(this);
+    d->ui.listViewBreakRanges->selectionModel()->disconnect(this);
     d.reset();
 }
 
