@@ -1,7 +1,11 @@
 // SPDX-License-Identifier: LicenseRef-ZYL-Proprietary
 #include "ZYLTPEditCourseCmd.h"
 
-#include "ZYLTPUnavailableWidget.h"
+#include "ZYLEditTPGraphicsMgr.h"
+#include "ZYLTPEditCourseWidget.h"
+
+#include "ZYLVisEnvironment.h"
+#include "ZYLVisEnvironmentBatchContext.h"
 
 ZYLTPEditCourseCmd::ZYLTPEditCourseCmd(QObject *parent)
     : ZYLCmdDialogCommand(parent, CancelWhenInterrupted, OwnTransaction) {}
@@ -11,5 +15,26 @@ ZYLTPEditCourseCmd::~ZYLTPEditCourseCmd() = default;
 QWidget *ZYLTPEditCourseCmd::CreateContentWidget(QWidget *parent) {
     // The base makes no panel; it is called all the same, as every override calls its base.
     ZYLCmdDialogCommand::CreateContentWidget(parent);
-    return new ZYLTPUnavailableWidget(this, parent);
+    return new ZYLTPEditCourseWidget(parent, this);
+}
+
+void ZYLTPEditCourseCmd::Commit() {
+    RestoreGraphics();
+    ZYLCmdDialogCommand::Commit();
+}
+
+bool ZYLTPEditCourseCmd::Cleanup() {
+    RestoreGraphics();
+    return ZYLCmdDialogCommand::Cleanup();
+}
+
+void ZYLTPEditCourseCmd::RestoreGraphics() {
+    ZYLEditTPGraphicsMgr *manager = ZYLEditTPGraphicsMgr::GetManager();
+    ZYLVisEnvironment *environment = manager ? manager->GetEditToolPathVisEnvironment() : nullptr;
+    if (!environment)
+        return;
+    ZYLVisEnvironmentBatchContext batch(environment);
+    manager->SetAllVirtualNodesSelectable(false);
+    environment->SetSelectionFilter(nullptr);
+    manager->UpdateAllGraphics(manager->GetCurrentOptions());
 }

@@ -6,12 +6,11 @@
 
 /// The dialog command "Edit course". Edits the courses of a roll layup procedure: their laying
 /// order, direction, deletion and breaking, their linking into a chain, approach and retract
-/// geometry and feed rates.
+/// geometry and feed rates, through its panel `ZYLTPEditCourseWidget`.
 ///
-/// Its panel and behaviour come with a later version of the module. Until then
-/// `CreateContentWidget` gives a panel that names the command and says that the editor is not
-/// available in this build, and the command leaves the model as it is, whether it is accepted
-/// or cancelled.
+/// The command holds no state of its own: the panel edits the model at once, inside the
+/// command's transaction, which keeps the edits on accept and rolls them back on cancel. On
+/// both ends it restores the 3-D view (`RestoreGraphics`).
 ///
 /// The controller creates an instance through the invokable constructor each time the action
 /// "ZYLTPEditCourseCmd.Edit" is triggered; it runs in a transaction of its own and is cancelled
@@ -26,6 +25,15 @@ public:
 
     /// Returns a new panel for the command, created with `parent`.
     QWidget *CreateContentWidget(QWidget *parent) override;
+    /// Restores the graphics, then commits as the base does.
+    void Commit() override;
+    /// Restores the graphics, then cleans up as the base does and returns its result.
+    bool Cleanup() override;
+
+    /// Makes every tool path node unselectable, removes the selection filter and rebuilds the
+    /// nodes with the manager's current options, in one redraw. Does nothing without an edit
+    /// environment.
+    virtual void RestoreGraphics();
 
 private:
     // Registers the class with the command controller while the module is loaded; defined

@@ -5,15 +5,17 @@
 /// queued signal connections. Each type is registered on first use, never at load, under
 /// its normalized name, and its id is kept for later calls.
 ///
-/// So far: "QSet<ZYLVisObject*>", the argument type of the visualization environment's
-/// selection signals. The course and break-range pointer types ("ZYLTPCourse*",
-/// "const ZYLTPCourse*", "ZYLTPBreakRange*", "const ZYLTPBreakRange*") join here together with
-/// the course panel that carries them, as the module does not build on the tool path model
-/// library yet.
+/// "QSet<ZYLVisObject*>" is the argument type of the visualization environment's selection
+/// signals; the course and break-range pointer types ("ZYLTPCourse*", "const ZYLTPCourse*",
+/// "ZYLTPBreakRange*", "const ZYLTPBreakRange*") are carried by the course panel's lists.
+/// A type this module registered first is withdrawn when the module is unloaded, so that the
+/// registry keeps no description inside an unmapped library.
 class ZYLTPMetaTypes {
 public:
     ZYLTPMetaTypes() = delete;
 
     /// Returns the id of "QSet<ZYLVisObject*>".
     static int GetVisObjectSetType();
+    /// Registers the four course and break-range pointer types (once).
+    static void RegisterCourseTypes();
 };

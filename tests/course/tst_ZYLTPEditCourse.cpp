@@ -1,0 +1,331 @@
+// SPDX-License-Identifier: LicenseRef-ZYL-Proprietary
+// The course panel on the demo ply, driven through the module loaded by the session: actions
+// and buttons by object name, picks through the scene's mouse entry points, OK and Cancel.
+#include "ZYLTPPanelTestHost.h"
+
+#include "ZYLTPApproachTrajectory.h"
+#include "ZYLTPCourse.h"
+#include "ZYLTPDemoGenerator.h"
+#include "ZYLTPOnPartPoint.h"
+#include "ZYLTPProgram.h"
+#include "ZYLTPProgramBuilder.h"
+#include "ZYLTPRollLayupProcedure.h"
+
+#include "ZYLFeatContainer.h"
+
+#include <QAbstractButton>
+#include <QAction>
+#include <QApplication>
+#include <QDoubleSpinBox>
+#include <QListView>
+#include <QMessageBox>
+#include <QTest>
+#include <QTimer>
+
+#include <functional>
+
+class tst_ZYLTPEditCourse : public QObject {
+    Q_OBJECT
+
+    ZYLTPPanelTestHost m_host;
+    QWidget *m_panel = nullptr;
+
+    ZYLTPRollLayupProcedure *Procedure() const {
+        return qobject_cast<ZYLTPRollLayupProcedure *>(m_host.GetProgram()->GetProcedure(0));
+    }
+    template <class T = QWidget>
+    T *Get(const char *name) const {
+        return m_panel->findChild<T *>(QLatin1String(name));
+    }
+    QListView *List() const { return Get<QListView>("listViewCourses"); }
+    QList<int> SelectedRows() const {
+        QList<int> rows;
+        for (const QModelIndex &index : List()->selectionModel()->selectedRows())
+            rows.append(index.row());
+        std::sort(rows.begin(), rows.end());
+        return rows;
+    }
+    void SelectRows(const QList<int> &rows, QItemSelectionModel::SelectionFlags flags = QItemSelectionModel::Select) {
+        List()->clearSelection();
+        for (int row : rows)
+            List()->selectionModel()->select(List()->model()->index(row, 0), flags);
+    }
+    // Clicks the middle laying point of the course straight from above.
+    void Pick(const ZYLTPCourse *course) {
+        m_host.ClickAt(course->GetPoint(course->GetNumPoints() / 2)->GetTipPoint());
+    }
+    // Closes the next message box and counts it.
+    void AcceptNextMessageBox(int *count) {
+        QTimer::singleShot(0, this, [this, count] {
+            if (auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget())) {
+                ++*count;
+                box->accept();
+            }
+        });
+    }
+
+private slots:
+    void initTestCase() {
+        QVERIFY2(m_host.Start(this) && m_host.OpenDemo(), qPrintable(m_host.GetError()));
+    }
+    void init() {
+        QVERIFY(m_host.Trigger("ZYLTPEditCourseCmd.Edit"));
+        m_panel = m_host.GetPanel();
+        QVERIFY(m_panel);
+    }
+    void cleanup() {
+        if (m_host.GetPanel())
+            QVERIFY(m_host.Press(QDialogButtonBox::Cancel));
+    }
+
+    void upDown_data() {
+        QTest::addColumn<QList<int>>("rows");
+        QTest::addColumn<bool>("up");
+        QTest::addColumn<QList<int>>("fromPositions"); // the former positions, in new order
+        QTest::addColumn<QList<int>>("selectedAfter");
+        QTest::newRow("block up") << QList<int>{1, 2} << true << QList<int>{1, 2, 0, 3, 4} << QList<int>{0, 1};
+        QTest::newRow("top blocks") << QList<int>{0, 3} << true << QList<int>{0, 1, 2, 3, 4} << QList<int>{0, 3};
+        QTest::newRow("apart down") << QList<int>{0, 2} << false << QList<int>{1, 0, 3, 2, 4} << QList<int>{1, 3};
+        QTest::newRow("bottom blocks") << QList<int>{35} << false << QList<int>{0, 1, 2, 3, 4} << QList<int>{35};
+    }
+    void upDown() {
+        QFETCH(QList<int>, rows);
+        QFETCH(bool, up);
+        QFETCH(QList<int>, fromPositions);
+        QFETCH(QList<int>, selectedAfter);
+        const QList<int> before = Procedure()->GetLayingOrder();
+        QCOMPARE(before.size(), 36);
+        SelectRows(rows);
+        Get<QAbstractButton>(up ? "buttonUp" : "buttonDown")->click();
+        const QList<int> after = Procedure()->GetLayingOrder();
+        for (int p = 0; p < fromPositions.size(); ++p)
+            QCOMPARE(after[p], before[fromPositions[p]]);
+        QCOMPARE(after.mid(5), before.mid(5));
+        for (int p = 0; p < after.size(); ++p)
+            QCOMPARE(List()->model()->index(p, 0).data().toString(), QStringLiteral("Course.%1").arg(after[p] + 1));
+        QCOMPARE(SelectedRows(), selectedAfter);
+    }
+
+    void sections_data() {
+        QTest::addColumn<QString>("action");
+        QTest::addColumn<bool>("detailed");
+        QTest::addColumn<bool>("expanded");
+        QTest::addColumn<QStringList>("shown");
+        const QStringList select{"Button_ApproachRetract", "Button_Feedrate", "ButtonOrder", "frame_ApproachRetract",
+                                 "frame_FeedRate", "frame_Order", "groupBox_order", "listViewCourses", "scrollArea"};
+        QTest::newRow("select") << QString() << true << true << select;
+        QTest::newRow("select collapsed") << QString() << true << false
+                                          << QStringList{"Button_ApproachRetract", "Button_Feedrate", "ButtonOrder", "scrollArea"};
+        QTest::newRow("reverse") << "actionReverse" << true << true
+                                 << QStringList{"ButtonOrder", "frame_Order", "groupBox_reverse", "listViewCourses", "scrollArea"};
+        QTest::newRow("break") << "actionBreak" << true << true
+                               << QStringList{"ButtonOrder", "frame_Order", "groupBox_break", "listViewBreakRanges", "scrollArea"};
+        QTest::newRow("delete collapsed") << "actionDelete" << true << false
+                                          << QStringList{"ButtonOrder", "frame_Order", "scrollArea"};
+        QTest::newRow("link mode") << "actionEdit_mode" << true << true << QStringList{};
+        QTest::newRow("mini toolbar") << "actionReverse" << false << true << QStringList{};
+    }
+    void sections() {
+        QFETCH(QString, action);
+        QFETCH(bool, detailed);
+        QFETCH(bool, expanded);
+        QFETCH(QStringList, shown);
+        if (!action.isEmpty())
+            Get<QAction>(qPrintable(action))->setChecked(true);
+        Get<QAction>("actionMini_toolbar_mode")->setChecked(detailed);
+        if (detailed)
+            Get<QAction>("actionExpandCollapseALL")->setChecked(expanded);
+        QStringList visible;
+        for (const char *name : {"Button_ApproachRetract", "Button_Feedrate", "Button_Process", "ButtonOrder",
+                                 "frame_ApproachRetract", "frame_FeedRate", "frame_Order", "frame_Process", "groupBox_break",
+                                 "groupBox_order", "groupBox_reverse", "listViewBreakRanges", "listViewCourses", "scrollArea"})
+            if (Get(name)->isVisibleTo(m_panel))
+                visible << QLatin1String(name);
+        QCOMPARE(visible, shown);
+    }
+
+    // Unlink all, relink every course in laying order with ChainLink, accept: the action and
+    // OK states follow, and OK then Undo gives the saved bytes back.
+    void relinkChain() {
+        const QByteArray saved = m_host.Serialize();
+        const QList<int> order = Procedure()->GetLayingOrder();
+        Get<QAction>("actionEdit_mode")->setChecked(true);
+        QVERIFY(Get<QAction>("actionUnlink")->isChecked());
+        Get<QAction>("actionUnlinkAll")->trigger();
+        QCOMPARE(Procedure()->GetNumLinks(), 0);
+        const auto states = [this] {
+            QList<bool> enabled;
+            for (const char *name : {"actionLink", "actionChainLink", "actionAcceptLinks", "actionEdit_mode"})
+                enabled << Get<QAction>(name)->isEnabled();
+            return enabled << m_host.GetButton(QDialogButtonBox::Ok)->isEnabled();
+        };
+        QCOMPARE(states(), (QList<bool>{true, true, false, false, false}));
+        Get<QAction>("actionChainLink")->setChecked(true);
+        for (int index : order)
+            Pick(Procedure()->GetCourseByIndex(index));
+        QCOMPARE(Procedure()->GetCoursesUnlinkedAtApproach().size(), 1);
+        QCOMPARE(Procedure()->GetCoursesUnlinkedAtRetract().size(), 1);
+        QCOMPARE(Procedure()->GetLayingOrder(), order);
+        Get<QAction>("actionAcceptLinks")->trigger();
+        QVERIFY(Procedure()->GetApproachLink() && Procedure()->GetRetractLink());
+        QCOMPARE(states(), (QList<bool>{false, false, true, true, true}));
+        QVERIFY(m_host.Press(QDialogButtonBox::Ok));
+        QVERIFY(m_host.Serialize() != saved);
+        m_host.GetContainer()->Undo();
+        QCOMPARE(m_host.Serialize(), saved);
+    }
+
+    // Accepting while several courses have no link in refuses with a message and links nothing.
+    void acceptRefusesOpenChains() {
+        Get<QAction>("actionEdit_mode")->setChecked(true);
+        Get<QAction>("actionUnlinkAll")->trigger();
+        int shown = 0;
+        AcceptNextMessageBox(&shown);
+        Get<QAction>("actionAcceptLinks")->setEnabled(true);
+        Get<QAction>("actionAcceptLinks")->trigger();
+        QCOMPARE(shown, 1);
+        QCOMPARE(Procedure()->GetNumLinks(), 0);
+        QVERIFY(!m_host.GetButton(QDialogButtonBox::Ok)->isEnabled());
+    }
+
+    void fieldWrites_data() {
+        QTest::addColumn<QString>("field");
+        QTest::addColumn<double>("value");
+        QTest::addColumn<QString>("reset");
+        QTest::addColumn<int>("messages");
+        QTest::newRow("laying rate") << "doubleSpinBoxLayingFeedRate" << 4321.0 << QString() << 0;
+        QTest::newRow("adding rate reset") << "doubleSpinBoxAddingFeedRate" << 1234.0 << "pushButton_ResetAddingFeedRate" << 0;
+        QTest::newRow("refused angle") << "doubleSpinBoxApproachAngle" << 2.0 << QString() << 1;
+    }
+    void fieldWrites() {
+        QFETCH(QString, field);
+        QFETCH(double, value);
+        QFETCH(QString, reset);
+        QFETCH(int, messages);
+        const QHash<QString, std::function<double(const ZYLTPCourse *)>> read{
+            {"doubleSpinBoxLayingFeedRate", [](const ZYLTPCourse *c) { return c->GetLayingFeedRate(); }},
+            {"doubleSpinBoxAddingFeedRate", [](const ZYLTPCourse *c) { return c->GetAddFeedRate(); }},
+            {"doubleSpinBoxApproachAngle", [](const ZYLTPCourse *c) { return c->GetApproachTrajectory()->GetAngle(); }}};
+        const auto values = [&] {
+            QList<double> list;
+            for (int p = 0; p < 5; ++p)
+                list << read[field](Procedure()->GetCourseByPosition(p));
+            return list;
+        };
+        QList<double> expected = values();
+        SelectRows({1, 2, 3});
+        int shown = 0;
+        AcceptNextMessageBox(&shown);
+        Get<QDoubleSpinBox>(qPrintable(field))->setValue(value);
+        if (!reset.isEmpty()) {
+            Get<QAbstractButton>(qPrintable(reset))->click();
+            value = Procedure()->GetAddingFeedrate();
+        }
+        QCOMPARE(shown, messages);
+        if (!messages)
+            expected[1] = expected[2] = expected[3] = value;
+        QCOMPARE(values(), expected);
+    }
+
+    void pickInMode_data() {
+        QTest::addColumn<QString>("action");
+        QTest::addColumn<int>("removed");
+        QTest::addColumn<bool>("reversed");
+        QTest::addColumn<bool>("viaList"); // row 2, then row 3 chosen in the list
+        QTest::addColumn<QList<int>>("selectedAfter");
+        QTest::newRow("select adds") << QString() << 0 << false << false << QList<int>{0, 3};
+        QTest::newRow("reverse") << "actionReverse" << 0 << true << false << QList<int>{3};
+        QTest::newRow("reverse from list") << "actionReverse" << 0 << true << true << QList<int>{3};
+        QTest::newRow("delete") << "actionDelete" << 1 << false << false << QList<int>{};
+    }
+    void pickInMode() {
+        QFETCH(QString, action);
+        QFETCH(int, removed);
+        QFETCH(bool, reversed);
+        QFETCH(bool, viaList);
+        QFETCH(QList<int>, selectedAfter);
+        const ZYLTPCourse *course = Procedure()->GetCourseByPosition(3);
+        const ZYLMathPoint first = course->GetPoint(0)->GetTipPoint();
+        const ZYLMathPoint last = course->GetPoint(course->GetNumPoints() - 1)->GetTipPoint();
+        const int courses = Procedure()->GetNumCourses();
+        if (!action.isEmpty())
+            Get<QAction>(qPrintable(action))->setChecked(true);
+        if (viaList)
+            SelectRows({2, 3}, QItemSelectionModel::ClearAndSelect);
+        else
+            Pick(course);
+        QCOMPARE(Procedure()->GetNumCourses(), courses - removed);
+        QCOMPARE(List()->model()->rowCount(), courses - removed);
+        if (!removed)
+            QVERIFY((course->GetPoint(0)->GetTipPoint() - (reversed ? last : first)).GetLength() < 1e-6);
+        QCOMPARE(SelectedRows(), selectedAfter);
+    }
+
+    // Break all makes ranges, listed at once; choosing one breaks its course there.
+    void breakRanges() {
+        Get<QAction>("actionBreak")->setChecked(true);
+        Get<QDoubleSpinBox>("doubleSpinBoxBreakLength")->setValue(500.0);
+        Get<QAbstractButton>("buttonBreakAllCourses")->click();
+        int ranges = 0;
+        for (int c = 0; c < Procedure()->GetNumCourses(); ++c)
+            ranges += Procedure()->GetCourseByIndex(c)->GetNumBreakRanges();
+        auto *list = Get<QListView>("listViewBreakRanges");
+        QVERIFY(ranges > 0);
+        QCOMPARE(list->model()->rowCount(), ranges);
+        const int courses = Procedure()->GetNumCourses();
+        list->selectionModel()->select(list->model()->index(0, 0), QItemSelectionModel::ClearAndSelect);
+        QCOMPARE(Procedure()->GetNumCourses(), courses + 1);
+        QCOMPARE(list->model()->rowCount(), ranges - 1);
+    }
+
+    void endings_data() {
+        QTest::addColumn<bool>("accept");
+        QTest::newRow("cancel") << false;
+        QTest::newRow("ok then undo") << true;
+    }
+    void endings() {
+        QFETCH(bool, accept);
+        const QByteArray saved = m_host.Serialize();
+        Get<QAbstractButton>("buttonReverseAllCoursesOrder")->click();
+        SelectRows({4});
+        Get<QDoubleSpinBox>("doubleSpinBoxRollOutDistance")->setValue(33.0);
+        QVERIFY(m_host.Serialize() != saved);
+        QVERIFY(m_host.Press(accept ? QDialogButtonBox::Ok : QDialogButtonBox::Cancel));
+        if (accept)
+            m_host.GetContainer()->Undo();
+        QCOMPARE(m_host.Serialize(), saved);
+    }
+
+    // Last, as it leaves another program open: the panel works on a ply of one course (which
+    // it never deletes) and on a program without procedures, and changes nothing.
+    void degeneratePrograms_data() {
+        QTest::addColumn<int>("courses"); // of a demo ply; -1: a program without procedures
+        QTest::newRow("one course") << 1;
+        QTest::newRow("no procedure") << -1;
+    }
+    void degeneratePrograms() {
+        QFETCH(int, courses);
+        QVERIFY(m_host.Press(QDialogButtonBox::Cancel));
+        ZYLTPDemoGenerator::Parameters parameters;
+        parameters.courses = std::max(courses, 1);
+        ZYLTPProgramBuilder builder;
+        const ZYLGeoRef<ZYLTPProgram> program(courses > 0 ? ZYLTPDemoGenerator::Create(parameters)
+                                                          : ZYLGeoRef<ZYLTPProgram>(builder.TakeProgram()));
+        QVERIFY2(m_host.Open(*program), qPrintable(m_host.GetError()));
+        init();
+        const QByteArray saved = m_host.Serialize();
+        QCOMPARE(List()->model()->rowCount(), std::max(courses, 0));
+        Get<QAction>("actionDelete")->setChecked(true);
+        if (courses > 0)
+            Pick(Procedure()->GetCourseByIndex(0));
+        Get<QAction>("actionDelete")->setChecked(false);
+        SelectRows({0});
+        Get<QAbstractButton>("buttonUp")->click();
+        Get<QAction>("actionEdit_mode")->setChecked(true);
+        Get<QAction>("actionAcceptLinks")->trigger();
+        QCOMPARE(m_host.Serialize(), saved);
+    }
+};
+
+QTEST_MAIN(tst_ZYLTPEditCourse)
+#include "tst_ZYLTPEditCourse.moc"
