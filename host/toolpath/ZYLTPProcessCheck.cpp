@@ -112,7 +112,7 @@ ZYLTPProcessCheck::Input ZYLTPProcessCheck::Capture(const ZYLTPProgram &program,
     for (int p = 0; p < program.GetNumProcedures(); ++p) {
         const auto *layup = qobject_cast<const ZYLTPRollLayupProcedure *>(program.GetProcedure(p));
         for (int c = 0; layup && c < layup->GetNumCourses(); ++c) {
-            const auto *course = qobject_cast<const ZYLTPTowCourse *>(layup->GetCourseByIndex(c));
+            const auto *course = qobject_cast<const ZYLTPTowCourse *>(layup->GetCourseByPosition(c));
             if (!course)
                 continue;
             CourseInput in;

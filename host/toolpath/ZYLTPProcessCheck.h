@@ -46,8 +46,8 @@ class ZYLTOOLPATH_EXPORT ZYLTPProcessCheck {
 public:
     enum Kind : int { SteeringRadius, AddLength, CutLength, CourseLength };
 
-    /// A broken rule over the points [firstPoint, lastPoint] of course `course` (index in
-    /// the stored list) of procedure `procedure`: `value` is the radius or length found and
+    /// A broken rule over the points [firstPoint, lastPoint] of course `course` (position in
+    /// the laying order) of procedure `procedure`: `value` is the radius or length found and
     /// `limit` the rule's (mm); `tows` the tows concerned (for add and cut lengths).
     struct Violation {
         Kind kind = SteeringRadius;
@@ -74,7 +74,8 @@ public:
         std::vector<CourseInput> courses;
     };
 
-    /// Copies what the checks read of every tow course of `program`, with `rules`.
+    /// Copies what the checks read of every tow course of `program`, in laying order, with
+    /// `rules`.
     static Input Capture(const ZYLTPProgram &program, const ZYLTPProcessRules &rules);
     /// Runs every check on `input`; stops early, returning an empty check with
     /// `IsCancelled()`, once `cancel` is set.
@@ -96,8 +97,8 @@ public:
     /// Returns the number of tow courses and of tow points checked.
     int GetNumCourses() const { return int(m_courses.size()); }
     qint64 GetNumPoints() const { return m_numPoints; }
-    /// Returns the position among the checked courses of course `course` of procedure
-    /// `procedure`, or -1.
+    /// Returns the position among the checked courses of the course at laying position
+    /// `course` of procedure `procedure`, or -1.
     int FindCourse(int procedure, int course) const;
     /// Returns the curvature values of checked course `i` (see `ComputeCurvatures`).
     const std::vector<float> &GetCurvatures(int i) const { return m_courses[size_t(i)].curvatures; }
