@@ -3,6 +3,7 @@
 
 #include "ZYLTPCoursePoints.h"
 #include "ZYLTPProcedure.h"
+#include "ZYLTPProcessColoring.h"
 #include "ZYLTPProgram.h"
 #include "ZYLTPRollLayupProcedure.h"
 #include "ZYLTPTowCourse.h"
@@ -116,6 +117,7 @@ ZYLTPProcessCheck::Input ZYLTPProcessCheck::Capture(const ZYLTPProgram &program,
             if (!course)
                 continue;
             CourseInput in;
+            in.key = course;
             in.procedure = p;
             in.course = c;
             in.tips = course->GetPointData().tips;
@@ -147,6 +149,8 @@ ZYLTPProcessCheck ZYLTPProcessCheck::Run(const Input &input, const std::atomic_b
             return cancelled;
         }
         check.CheckCourse(course);
+        if (course.key)
+            check.m_byKey.emplace(course.key, check.GetNumCourses() - 1);
     }
     return check;
 }
@@ -155,9 +159,17 @@ void ZYLTPProcessCheck::CheckCourse(const CourseInput &course)
 {
     // Tow points only: the roll-in and roll-out points are extrapolated, not laid.
     const int first = 1, last = int(course.tips.size()) - 2;
-    CourseResult result{course.procedure, course.course, {}};
+    CourseResult result{course.procedure, course.course, {}, {}};
     ComputeCurvatures(course.tips, course.normals, first, last, m_rules.towWidth, result.curvatures);
     m_numPoints += std::max(0, last - first + 1);
+    // Computed here, off the thread that draws, so that colouring costs the drawing little.
+    std::vector<quint8> &colours = result.colours.perPoint;
+    colours.resize(result.curvatures.size());
+    for (size_t i = 0; i < colours.size(); ++i) {
+        colours[i] = quint8(ZYLTPProcessColoring::GetBin(result.curvatures[i], m_rules.minSteeringRadius) + 1);
+        if (i > 0 && colours[i] != colours[i - 1])
+            result.colours.changes.push_back(int(i));
+    }
     const size_t before = m_violations.size();
     CheckSteering(course, result.curvatures, first, last);
     if (last >= first)
@@ -260,6 +272,12 @@ int ZYLTPProcessCheck::FindCourse(int procedure, int course) const
                                      });
     return it != m_courses.end() && it->procedure == procedure && it->course == course ? int(it - m_courses.begin())
                                                                                         : -1;
+}
+
+const ZYLTPProcessCheck::Colours *ZYLTPProcessCheck::FindColours(const void *key) const
+{
+    const auto it = m_byKey.find(key);
+    return it == m_byKey.end() ? nullptr : &m_courses[size_t(it->second)].colours;
 }
 
 std::optional<double> ZYLTPProcessCheck::GetSteeringRadius(int i, int point) const

@@ -14,6 +14,7 @@
 
 #include <atomic>
 #include <optional>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -63,6 +64,8 @@ public:
     /// What the checks read of one tow course: its points (roll-in and roll-out included)
     /// and its tow stretches (first point, raw tow mask) in laying order.
     struct CourseInput {
+        /// Identifies the course (`FindCurvatures`); never read through.
+        const void *key = nullptr;
         int procedure = 0;
         int course = 0;
         std::vector<ZYLMathPoint> tips;
@@ -102,6 +105,15 @@ public:
     int FindCourse(int procedure, int course) const;
     /// Returns the curvature values of checked course `i` (see `ComputeCurvatures`).
     const std::vector<float> &GetCurvatures(int i) const { return m_courses[size_t(i)].curvatures; }
+    /// The colours of a course's points by steering radius: per point
+    /// `ZYLTPProcessColoring::GetBin` + 1 (0 where there is no radius), and the points whose
+    /// colour differs from the previous point's, in order.
+    struct Colours {
+        std::vector<quint8> perPoint;
+        std::vector<int> changes;
+    };
+    /// Returns the colours of the course captured with `key`, or null.
+    const Colours *FindColours(const void *key) const;
     /// Returns the signed steering radius at point `point` of checked course `i` (mm;
     /// infinite where straight), or nothing where there is none.
     std::optional<double> GetSteeringRadius(int i, int point) const;
@@ -116,6 +128,7 @@ private:
         int procedure = 0;
         int course = 0;
         std::vector<float> curvatures;
+        Colours colours;
     };
     void CheckCourse(const CourseInput &course);
     void CheckSteering(const CourseInput &course, const std::vector<float> &curvatures, int first, int last);
@@ -124,6 +137,7 @@ private:
     ZYLTPProcessRules m_rules;
     std::vector<Violation> m_violations;
     std::vector<CourseResult> m_courses;
+    std::unordered_map<const void *, int> m_byKey;
     qint64 m_numPoints = 0;
     bool m_cancelled = false;
 };
