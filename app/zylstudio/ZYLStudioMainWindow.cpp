@@ -353,7 +353,7 @@ void ZYLStudioMainWindow::ShowViolation(const ZYLTPProcessCheck::Violation &viol
     for (int i = violation.firstPoint; i <= violation.lastPoint; ++i)
         box.Add(course->GetPointData().tips[size_t(i)]);
     // Some of the course around the stretch, so that it is seen where it lies.
-    box.Inflate(50.0);
+    box.Inflate(150.0);
     ZYLStudioCamera camera = d->viewer->GetCamera();
     camera.Fit(box, QSizeF(d->viewer->size()));
     d->viewer->SetCamera(camera);
