@@ -69,7 +69,8 @@ ZYLStudioProcessChecks::ZYLStudioProcessChecks(ZYLStudioSession *session, QObjec
 ZYLStudioProcessChecks::~ZYLStudioProcessChecks()
 {
     Cancel();
-    ZYLTPProcessColoring::SetCheck(nullptr);
+    if (d->coloring)
+        ZYLTPProcessColoring::SetCheck(nullptr);
 }
 
 void ZYLStudioProcessChecks::ConnectContainer()

@@ -1,5 +1,9 @@
 // SPDX-License-Identifier: LicenseRef-ZYL-Proprietary
+#include "ZYLTPCourseVisRep.h"
+#include "ZYLTPDemoGenerator.h"
 #include "ZYLTPProcessCheck.h"
+#include "ZYLTPProcessColoring.h"
+#include "ZYLTPRollLayupProcedure.h"
 
 #include <QTest>
 
@@ -18,6 +22,8 @@ private slots:
     void radius();
     void towRuns_data();
     void towRuns();
+    void demoAgainstFinerSampling();
+    void tightStretchDrawnRed();
 };
 
 namespace {
@@ -143,6 +149,57 @@ void tst_ZYLTPProcessCheck::towRuns()
                      .arg(QLatin1String(ZYLTPProcessCheck::KindKey(v.kind)))
                      .arg(v.firstPoint).arg(v.lastPoint).arg(v.tows.GetString()).arg(v.value);
     QCOMPARE(found, expected);
+}
+
+namespace {
+// The smallest radius of course `course` of a demo with its S-bends, points `spacing` apart.
+double TightestRadius(double spacing, int course)
+{
+    ZYLTPDemoGenerator::Parameters p;
+    p.courses = 10;
+    p.pointSpacing = spacing;
+    p.processFaults = true;
+    const ZYLTPProcessCheck check = ZYLTPProcessCheck::Run(*ZYLTPDemoGenerator::Create(p));
+    double tightest = Inf;
+    for (size_t i = 0; i < check.GetCurvatures(course).size(); ++i)
+        tightest = std::min(tightest, std::fabs(check.GetSteeringRadius(course, int(i)).value_or(Inf)));
+    return tightest;
+}
+} // namespace
+
+void tst_ZYLTPProcessCheck::demoAgainstFinerSampling()
+{
+    // Course 8 has an S-bend; course 1 is straight in the panel's parameters.
+    for (int course : {0, 7}) {
+        const double coarse = TightestRadius(5.0, course), fine = TightestRadius(1.25, course);
+        QVERIFY2(std::fabs(coarse / fine - 1.0) < 0.03, qPrintable(QStringLiteral("%1 %2").arg(coarse).arg(fine)));
+    }
+}
+
+void tst_ZYLTPProcessCheck::tightStretchDrawnRed()
+{
+    ZYLTPDemoGenerator::Parameters p;
+    p.courses = 8;
+    p.processFaults = true;
+    const ZYLGeoRef<ZYLTPProgram> program = ZYLTPDemoGenerator::Create(p);
+    const auto *bent = qobject_cast<const ZYLTPRollLayupProcedure *>(program->GetProcedure(0))->GetCourseByPosition(7);
+    auto colours = [&] {
+        QList<ZYLVisOptions> out;
+        ZYLTPVisualizationOptions options;
+        options.SetShortTowDisplay(ZYLTPVisualizationOptions::AllTows);
+        ZYLTPCourseVisRep(bent, 7, options, out);
+        QList<QRgb> list;
+        for (const ZYLVisOptions &o : out)
+            list << o.GetColor().rgb();
+        return list;
+    };
+    const QRgb red = ZYLTPProcessColoring::GetBinColor(0).rgb();
+    QVERIFY(!colours().contains(red));
+    ZYLTPProcessColoring::SetCheck(std::make_shared<const ZYLTPProcessCheck>(ZYLTPProcessCheck::Run(*program)));
+    const QList<QRgb> coloured = colours();
+    ZYLTPProcessColoring::SetCheck(nullptr);
+    QVERIFY(coloured.contains(red));
+    QVERIFY(coloured.contains(ZYLTPProcessColoring::GetBinColor(ZYLTPProcessColoring::NumBins - 1).rgb()));
 }
 
 QTEST_GUILESS_MAIN(tst_ZYLTPProcessCheck)
