@@ -3,11 +3,15 @@
 
 #include "ZYLStudioSession.h"
 
+#include "ZYLTPCourseVisRep.h"
 #include "ZYLTPProcessCheck.h"
 #include "ZYLTPProcessColoring.h"
 #include "ZYLTPProgram.h"
 
 #include "ZYLFeatContainer.h"
+#include "ZYLVisEnvironment.h"
+#include "ZYLVisEnvironmentBatchContext.h"
+#include "ZYLVisVirtualObject.h"
 #include "ZYLSysSettings.h"
 
 #include <QCoreApplication>
@@ -18,6 +22,7 @@
 #include <QTimer>
 
 #include <atomic>
+#include <optional>
 
 namespace {
 
@@ -203,8 +208,27 @@ void ZYLStudioProcessChecks::Finish(quint64 run, std::shared_ptr<const ZYLTPProc
 
 void ZYLStudioProcessChecks::PublishColoring()
 {
-    ZYLTPProcessColoring::SetCheck(d->coloring ? d->check : nullptr);
-    // The manager rebuilds the tool path graphics as for a change of the view settings.
-    if (QObject *manager = d->session->GetGraphicsManager())
-        QMetaObject::invokeMethod(manager, "OnVisualizationSettingsChanged");
+    const std::shared_ptr<const ZYLTPProcessCheck> previous = ZYLTPProcessColoring::GetCheck();
+    const std::shared_ptr<const ZYLTPProcessCheck> next = d->coloring ? d->check : nullptr;
+    ZYLTPProcessColoring::SetCheck(next);
+    // Only the courses whose colours changed are built again, as the graphics manager builds
+    // them (same options), in one batch: after an edit that is the edited course alone.
+    ZYLVisEnvironment *scene = d->session->GetEditEnvironment();
+    if (!scene)
+        return;
+    // Made at the first change only: an empty batch would still repaint the view.
+    std::optional<ZYLVisEnvironmentBatchContext> batch;
+    for (ZYLVisVirtualObject *object : scene->GetVirtualObjects()) {
+        const auto *rep = qobject_cast<const ZYLTPCourseVisRep *>(object->GetRep());
+        if (!rep || !rep->GetCourse())
+            continue;
+        const ZYLTPProcessCheck::Colours *before = previous ? previous->FindColours(rep->GetCourse()) : nullptr;
+        const ZYLTPProcessCheck::Colours *after = next ? next->FindColours(rep->GetCourse()) : nullptr;
+        if (before == after || (before && after && before->perPoint == after->perPoint))
+            continue;
+        if (!batch)
+            batch.emplace(scene);
+        QList<ZYLVisOptions> unused;
+        object->SetRep(new ZYLTPCourseVisRep(rep->GetCourse(), rep->GetCourseIndex(), rep->GetOptions(), unused));
+    }
 }

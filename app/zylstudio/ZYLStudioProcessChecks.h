@@ -19,8 +19,9 @@ class ZYLTPProcessCheck;
 ///
 /// Colouring by steering radius (`SetColoringEnabled`, persisted with `QSettings` in the
 /// host's settings file, group "ZYLStudio", key "colorBySteeringRadius"): while on, every new
-/// check is published to `ZYLTPProcessColoring` and the graphics manager rebuilds the tool
-/// path graphics, so the course bands show the radii of the program as it is.
+/// check is published to `ZYLTPProcessColoring` and the representations of the courses whose
+/// colours changed are built again, so the course bands show the radii of the program as it
+/// is.
 class ZYLStudioProcessChecks : public QObject {
     Q_OBJECT
 public:

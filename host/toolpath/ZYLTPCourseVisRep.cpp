@@ -22,6 +22,7 @@ using Options = ZYLTPVisualizationOptions;
 struct ZYLTPCourseVisRep::Data {
     const ZYLTPCourse *course = nullptr;
     int index = -1;
+    ZYLTPVisualizationOptions options;
 };
 
 namespace {
@@ -377,6 +378,7 @@ ZYLTPCourseVisRep::ZYLTPCourseVisRep(const ZYLTPCourse *course, int index, const
 {
     d->course = course;
     d->index = index;
+    d->options = options;
     if (!course)
         return;
     ZYLTPVisPrimitiveList list;
@@ -396,4 +398,9 @@ const ZYLTPCourse *ZYLTPCourseVisRep::GetCourse() const
 int ZYLTPCourseVisRep::GetCourseIndex() const
 {
     return d->index;
+}
+
+const ZYLTPVisualizationOptions &ZYLTPCourseVisRep::GetOptions() const
+{
+    return d->options;
 }

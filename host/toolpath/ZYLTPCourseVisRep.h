@@ -46,6 +46,9 @@ public:
     const ZYLTPCourse *GetCourse() const;
     /// Returns the index the course was given at construction.
     int GetCourseIndex() const;
+    /// Returns the options the representation was built with, so that it can be built again
+    /// alike (after the steering radius colouring has changed).
+    const ZYLTPVisualizationOptions &GetOptions() const;
 
 private:
     struct Data;
