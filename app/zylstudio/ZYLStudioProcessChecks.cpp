@@ -229,6 +229,6 @@ void ZYLStudioProcessChecks::PublishColoring()
         if (!batch)
             batch.emplace(scene);
         QList<ZYLVisOptions> unused;
-        object->SetRep(new ZYLTPCourseVisRep(rep->GetCourse(), rep->GetCourseIndex(), rep->GetOptions(), unused));
+        object->SetRep(new ZYLTPCourseVisRep(rep->GetCourse(), rep->GetCourseIndex(), rep->GetVisualizationOptions(), unused));
     }
 }

@@ -400,7 +400,7 @@ int ZYLTPCourseVisRep::GetCourseIndex() const
     return d->index;
 }
 
-const ZYLTPVisualizationOptions &ZYLTPCourseVisRep::GetOptions() const
+const ZYLTPVisualizationOptions &ZYLTPCourseVisRep::GetVisualizationOptions() const
 {
     return d->options;
 }

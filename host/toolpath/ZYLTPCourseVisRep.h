@@ -48,7 +48,7 @@ public:
     int GetCourseIndex() const;
     /// Returns the options the representation was built with, so that it can be built again
     /// alike (after the steering radius colouring has changed).
-    const ZYLTPVisualizationOptions &GetOptions() const;
+    const ZYLTPVisualizationOptions &GetVisualizationOptions() const;
 
 private:
     struct Data;
