@@ -229,6 +229,7 @@ void ZYLStudioProcessChecks::PublishColoring()
         if (!batch)
             batch.emplace(scene);
         QList<ZYLVisOptions> unused;
-        object->SetRep(new ZYLTPCourseVisRep(rep->GetCourse(), rep->GetCourseIndex(), rep->GetVisualizationOptions(), unused));
+        object->SetRep(
+            new ZYLTPCourseVisRep(rep->GetCourse(), rep->GetCourseIndex(), rep->GetVisualizationOptions(), unused));
     }
 }

@@ -6,6 +6,7 @@
 #include "ZYLStudioProcessRulesDialog.h"
 #include "ZYLStudioSession.h"
 
+#include "ZYLTPCourseVisRep.h"
 #include "ZYLTPProcessCheck.h"
 #include "ZYLTPProcessColoring.h"
 #include "ZYLTPProgram.h"
@@ -13,6 +14,8 @@
 
 #include "ZYLCmnUnitSpinBox.h"
 #include "ZYLFeatContainer.h"
+#include "ZYLVisEnvironment.h"
+#include "ZYLVisVirtualObject.h"
 
 #include <QTest>
 
@@ -27,6 +30,7 @@ private slots:
 
 private:
     static QStringList Describe(const ZYLTPProcessCheck &check);
+    int RedCourses() const;
     ZYLStudioSession m_session;
     std::unique_ptr<ZYLStudioProcessChecks> m_checks;
 };
@@ -88,11 +92,42 @@ void tst_ZYLStudioProcessChecks::cancelDropsTheRun()
     QCOMPARE(m_checks->GetCheck(), previous);
 }
 
+// Returns the number of course nodes of the scene drawn with the colour of tight stretches.
+int tst_ZYLStudioProcessChecks::RedCourses() const
+{
+    int count = 0;
+    const QRgb red = ZYLTPProcessColoring::GetBinColor(0).rgb();
+    for (ZYLVisVirtualObject *object : m_session.GetEditEnvironment()->GetVirtualObjects()) {
+        const auto *rep = qobject_cast<const ZYLTPCourseVisRep *>(object->GetRep());
+        for (int k = 0; rep && k < rep->GetNumPrimitives(); ++k) {
+            if (rep->GetOptions(k).GetColor().rgb() == red) {
+                ++count;
+                break;
+            }
+        }
+    }
+    return count;
+}
+
 void tst_ZYLStudioProcessChecks::coloringIsRemembered()
 {
     QVERIFY(!ZYLTPProcessColoring::GetCheck());
+    QCOMPARE(RedCourses(), 0);
     m_checks->SetColoringEnabled(true);
     QCOMPARE(ZYLTPProcessColoring::GetCheck(), m_checks->GetCheck());
+    // The courses with S-bends, and they alone, turn red; gentler rules recolour them.
+    const int bent = RedCourses();
+    QVERIFY(bent > 0 && bent <= m_checks->GetCheck()->CountViolations(ZYLTPProcessCheck::SteeringRadius));
+    m_session.GetContainer()->OpenTransaction(QStringLiteral("Rules"));
+    ZYLTPProcessRules gentle;
+    gentle.minSteeringRadius = 100.0;
+    m_session.GetProgram()->SetProcessRules(gentle);
+    m_session.GetContainer()->CommitTransaction();
+    QVERIFY(m_checks->WaitForIdle(30000));
+    QCOMPARE(RedCourses(), 0);
+    m_session.GetContainer()->Undo();
+    QVERIFY(m_checks->WaitForIdle(30000));
+    QCOMPARE(RedCourses(), bent);
     QVERIFY(ZYLStudioProcessChecks(&m_session).IsColoringEnabled());
     m_checks->SetColoringEnabled(false);
     QVERIFY(!ZYLTPProcessColoring::GetCheck());
