@@ -73,6 +73,8 @@ ZYLStudioProcessChecks::ZYLStudioProcessChecks(ZYLStudioSession *session, QObjec
 
 ZYLStudioProcessChecks::~ZYLStudioProcessChecks()
 {
+    // Whoever listens may be going too.
+    blockSignals(true);
     Cancel();
     if (d->coloring)
         ZYLTPProcessColoring::SetCheck(nullptr);
