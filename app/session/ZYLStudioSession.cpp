@@ -346,11 +346,11 @@ bool ZYLStudioSession::OpenProgram(const QString &fileName, const Progress &prog
     return true;
 }
 
-bool ZYLStudioSession::OpenDemo() {
+bool ZYLStudioSession::OpenDemo(bool processFaults) {
     if (!LoadModule())
         return false;
     d->errorString.clear();
-    SetProgram(ZYLTPDemoGenerator::CreateDefaultProgram(), QString());
+    SetProgram(ZYLTPDemoGenerator::CreateDefaultProgram(processFaults), QString());
     return true;
 }
 

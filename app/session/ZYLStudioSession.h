@@ -130,9 +130,11 @@ public:
     /// be loaded or the file cannot (`GetErrorString()` then holds the located message) or
     /// when `progress` cancelled the load (`GetErrorString()` then empty).
     bool OpenProgram(const QString &fileName, const Progress &progress = {});
-    /// Opens the embedded demo ply (no file name) and enters its edit environment. Returns
-    /// false when the module cannot be loaded.
-    bool OpenDemo();
+    /// Opens the embedded demo ply (no file name) and enters its edit environment; with
+    /// `processFaults`, the ply with its deliberate process faults
+    /// (`ZYLTPDemoGenerator::Parameters::processFaults`). Returns false when the module
+    /// cannot be loaded.
+    bool OpenDemo(bool processFaults = false);
     /// Saves the open program to `fileName` (atomically); on success the program takes that
     /// file name and is no longer modified. Returns false with `GetErrorString()` set when
     /// there is no program or the file cannot be written (the previous file stays).

@@ -1,8 +1,13 @@
 // SPDX-License-Identifier: LicenseRef-ZYL-Proprietary
 #include "ZYLStudioMainWindow.h"
 
+#include "ZYLStudioProcessChecks.h"
+#include "ZYLStudioProcessDock.h"
+#include "ZYLStudioProcessRulesDialog.h"
 #include "ZYLStudioRecentFiles.h"
+#include "ZYLStudioSteeringLegend.h"
 
+#include "ZYLStudioCamera.h"
 #include "ZYLStudioCommandPanel.h"
 #include "ZYLStudioSession.h"
 #include "ZYLStudioToolBars.h"
@@ -10,11 +15,15 @@
 #include "ZYLStudioViewer.h"
 
 #include "ZYLTPCourse.h"
+#include "ZYLTPCoursePoints.h"
+#include "ZYLTPCourseVisRep.h"
 #include "ZYLTPProgram.h"
 #include "ZYLTPRollLayupProcedure.h"
 
 #include "ZYLFeatContainer.h"
 #include "ZYLMathPoint.h"
+#include "ZYLVisEnvironment.h"
+#include "ZYLVisVirtualObject.h"
 #include "ZYLSysException.h"
 #include "ZYLSysUnits.h"
 #include "ZYLSysValue.h"
@@ -117,6 +126,12 @@ struct ZYLStudioMainWindow::Data {
     QMenu *recentMenu = nullptr;
     QMenu *viewMenu = nullptr;
 
+    ZYLStudioProcessChecks *processChecks = nullptr;
+    ZYLStudioProcessDock *processDock = nullptr;
+    ZYLStudioSteeringLegend *steeringLegend = nullptr;
+    QAction *colorAction = nullptr;
+    QAction *processRulesAction = nullptr;
+
     QLabel *summaryLabel = nullptr;
     QLabel *pointLabel = nullptr;
     std::optional<ZYLMathPoint> mousePoint;
@@ -140,6 +155,7 @@ ZYLStudioMainWindow::ZYLStudioMainWindow(ZYLStudioSession *session, QWidget *par
 
     CreateActions();
     CreateMenus();
+    CreateProcessChecks();
     d->toolBars = new ZYLStudioToolBars(this);
     d->toolBars->AddViewMenuSection(d->viewMenu);
 
@@ -280,6 +296,77 @@ ZYLStudioViewer *ZYLStudioMainWindow::GetViewer() const {
     return d->viewer;
 }
 
+ZYLStudioProcessChecks *ZYLStudioMainWindow::GetProcessChecks() const {
+    return d->processChecks;
+}
+
+void ZYLStudioMainWindow::CreateProcessChecks() {
+    d->processChecks = new ZYLStudioProcessChecks(d->session, this);
+    d->processDock = new ZYLStudioProcessDock(d->processChecks, this);
+    d->processDock->setObjectName(QStringLiteral("processDock"));
+    addDockWidget(Qt::BottomDockWidgetArea, d->processDock);
+    d->steeringLegend = new ZYLStudioSteeringLegend(d->viewer);
+    d->steeringLegend->setObjectName(QStringLiteral("steeringLegend"));
+    d->steeringLegend->move(12, 12);
+
+    d->colorAction = new QAction(tr("Color by &steering radius"), this);
+    d->colorAction->setObjectName(QStringLiteral("actionColorBySteeringRadius"));
+    d->colorAction->setStatusTip(tr("Colours the course bands by the steering radius of the tows"));
+    d->colorAction->setCheckable(true);
+    d->colorAction->setChecked(d->processChecks->IsColoringEnabled());
+    d->viewMenu->addAction(d->colorAction);
+    d->viewMenu->addAction(d->processDock->toggleViewAction());
+    d->viewMenu->addSeparator();
+    d->processRulesAction = new QAction(tr("&Process Rules…"), this);
+    d->processRulesAction->setObjectName(QStringLiteral("actionProcessRules"));
+    d->processRulesAction->setStatusTip(tr("Sets the limits the process checks apply to the program"));
+    menuBar()->findChild<QMenu *>(QStringLiteral("menuTools"))->addAction(d->processRulesAction);
+
+    auto updateLegend = [this] {
+        const auto check = d->processChecks->GetCheck();
+        d->steeringLegend->SetLimit(check ? check->GetRules().minSteeringRadius : 0.0);
+        d->steeringLegend->setVisible(d->processChecks->IsColoringEnabled());
+    };
+    connect(d->colorAction, &QAction::toggled, d->processChecks, &ZYLStudioProcessChecks::SetColoringEnabled);
+    connect(d->processChecks, &ZYLStudioProcessChecks::ColoringEnabledChanged, this, [this, updateLegend](bool on) {
+        d->colorAction->setChecked(on);
+        updateLegend();
+    });
+    connect(d->processChecks, &ZYLStudioProcessChecks::CheckChanged, this, updateLegend);
+    connect(d->processDock, &ZYLStudioProcessDock::ViolationActivated, this, &ZYLStudioMainWindow::ShowViolation);
+    connect(d->processRulesAction, &QAction::triggered, this, [this] {
+        if (ZYLTPProgram *program = d->session->GetProgram())
+            ZYLStudioProcessRulesDialog(program, d->session->GetContainer(), this).exec();
+    });
+    updateLegend();
+}
+
+void ZYLStudioMainWindow::ShowViolation(const ZYLTPProcessCheck::Violation &violation) {
+    const ZYLTPProgram *program = d->session->GetProgram();
+    const auto *layup =
+        program ? qobject_cast<const ZYLTPRollLayupProcedure *>(program->GetProcedure(violation.procedure)) : nullptr;
+    const ZYLTPCourse *course = layup ? layup->GetCourseByPosition(violation.course) : nullptr;
+    // A violation of an older state of the program (the next check is on its way).
+    if (!course || violation.lastPoint >= course->GetNumPoints())
+        return;
+    ZYLMathBoundingBox box;
+    for (int i = violation.firstPoint; i <= violation.lastPoint; ++i)
+        box.Add(course->GetPointData().tips[size_t(i)]);
+    // Some of the course around the stretch, so that it is seen where it lies.
+    box.Inflate(150.0);
+    ZYLStudioCamera camera = d->viewer->GetCamera();
+    camera.Fit(box, QSizeF(d->viewer->size()));
+    d->viewer->SetCamera(camera);
+    ZYLVisEnvironment *scene = d->session->GetEditEnvironment();
+    for (ZYLVisVirtualObject *object : scene ? scene->GetVirtualObjects() : QList<ZYLVisVirtualObject *>()) {
+        const auto *rep = qobject_cast<const ZYLTPCourseVisRep *>(object->GetRep());
+        if (rep && rep->GetCourse() == course) {
+            scene->SetVisualizationSelection({object});
+            break;
+        }
+    }
+}
+
 ZYLStudioRecentFiles *ZYLStudioMainWindow::GetRecentFiles() const {
     return d->recentFiles;
 }
@@ -359,6 +446,7 @@ void ZYLStudioMainWindow::UpdateActions() {
     d->saveAction->setEnabled(!running && program);
     d->saveAsAction->setEnabled(!running && program);
     d->closeAction->setEnabled(!running && program);
+    d->processRulesAction->setEnabled(!running && program && container && !container->HasOpenTransaction());
 
     const bool perspective = d->viewer->GetProjection() == ZYLStudioViewer::Projection::Perspective;
     d->perspectiveAction->setChecked(perspective);
@@ -523,7 +611,8 @@ bool ZYLStudioMainWindow::LoadProgramFile(const QString &fileName) {
 bool ZYLStudioMainWindow::OpenDemo() {
     if (!FinishRunningCommand() || !MaybeSave())
         return false;
-    if (d->session->OpenDemo())
+    // The studio's demo shows each kind of process violation.
+    if (d->session->OpenDemo(true))
         return true;
     ReportError(tr("Open Demo"), d->session->GetErrorString());
     return false;

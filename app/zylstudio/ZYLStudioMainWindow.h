@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: LicenseRef-ZYL-Proprietary
 #pragma once
 
+#include "ZYLTPProcessCheck.h"
+
 #include <QMainWindow>
 #include <QString>
 
 #include <memory>
 
+class ZYLStudioProcessChecks;
 class ZYLStudioRecentFiles;
 class ZYLStudioSession;
 class ZYLStudioViewer;
@@ -27,7 +30,16 @@ class ZYLMathPoint;
 ///  - View: Fit All (`actionFitAll`), the seven standard views (`actionViewTop`, ...), the
 ///    projection (`actionPerspective`, `actionOrthographic`), then the view modes and toggles
 ///    of the tool bars.
-///  - Tools: Units… (`actionUnits`). Help: About (`actionAbout`) with the version.
+///  - Tools: Units… (`actionUnits`), Process Rules… (`actionProcessRules`,
+///    `ZYLStudioProcessRulesDialog`; disabled while a command runs). Help: About
+///    (`actionAbout`) with the version.
+///
+/// Process checks (`ZYLStudioProcessChecks`, `GetProcessChecks()`): the program is checked
+/// in the background after every edit; the "Process Checks" dock (`processDock`,
+/// `ZYLStudioProcessDock`, shown and hidden from the View menu) lists the violations, and a
+/// click on one frames its stretch in the view and selects its course. The View action
+/// "Color by steering radius" (`actionColorBySteeringRadius`, persisted) colours the course
+/// bands by steering radius, with a legend over the view (`steeringLegend`).
 ///
 /// Status bar: a summary of the program (courses, laying points and links of its roll layup
 /// procedures; `GetSummaryText()`), kept up to date after every edit, undo and redo, and the
@@ -63,6 +75,7 @@ public:
     ~ZYLStudioMainWindow() override;
 
     ZYLStudioViewer *GetViewer() const;
+    ZYLStudioProcessChecks *GetProcessChecks() const;
     ZYLStudioRecentFiles *GetRecentFiles() const;
 
     /// Chooses message boxes (default) or the standard error stream for errors.
@@ -73,7 +86,8 @@ public:
     /// first, then loads with progress. Returns true when the file is open; false when the
     /// user stayed, cancelled the load, or the file could not be opened (reported).
     bool OpenProgramFile(const QString &fileName);
-    /// Opens the embedded demo ply, like `OpenProgramFile`. Returns true when it is open.
+    /// Opens the embedded demo ply with its deliberate process faults, like
+    /// `OpenProgramFile`. Returns true when it is open.
     bool OpenDemo();
     /// Saves the program to its file, or asks for one (`SaveProgramAs`) when it has none.
     /// Returns true when it was saved.
@@ -108,6 +122,9 @@ protected:
 private:
     void CreateActions();
     void CreateMenus();
+    void CreateProcessChecks();
+    // Frames the stretch of a violation and selects its course.
+    void ShowViolation(const ZYLTPProcessCheck::Violation &violation);
     void setupConnections();
 
     // Reacts to the session.

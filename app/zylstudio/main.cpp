@@ -4,6 +4,7 @@
 // renders one screenshot and quits.
 #include "ZYLStudioCommandLine.h"
 #include "ZYLStudioMainWindow.h"
+#include "ZYLStudioProcessChecks.h"
 
 #include "ZYLStudioSession.h"
 #include "ZYLStudioViewer.h"
@@ -181,6 +182,8 @@ int main(int argc, char *argv[]) {
         return ZYLStudioCommandLine::UsageError;
     }
     if (!interactive) {
+        // The picture shows the process checks of the program as opened.
+        window.GetProcessChecks()->WaitForIdle(30000);
         const int result = TakeScreenshot(window, screenshot);
         return opened ? result : int(ZYLStudioCommandLine::Failure);
     }

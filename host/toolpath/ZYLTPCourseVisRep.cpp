@@ -4,6 +4,8 @@
 #include "ZYLTPApproachTrajectory.h"
 #include "ZYLTPCourse.h"
 #include "ZYLTPCoursePoints.h"
+#include "ZYLTPProcessCheck.h"
+#include "ZYLTPProcessColoring.h"
 #include "ZYLTPPoint.h"
 #include "ZYLTPRetractTrajectory.h"
 #include "ZYLTPVisCourseGeometry.h"
@@ -11,13 +13,16 @@
 
 #include "ZYLVisTrianglePrimitive.h"
 
+#include <algorithm>
 #include <array>
+#include <iterator>
 
 using Options = ZYLTPVisualizationOptions;
 
 struct ZYLTPCourseVisRep::Data {
     const ZYLTPCourse *course = nullptr;
     int index = -1;
+    ZYLTPVisualizationOptions options;
 };
 
 namespace {
@@ -102,6 +107,12 @@ public:
         m_stations.reserve(m_geometry.GetTowSpans().size());
         for (const auto &span : m_geometry.GetTowSpans())
             m_stations.push_back(m_geometry.ComputeStations(span, StationTolerance));
+        // Radii of another state of the course (before an edit) would colour the wrong places.
+        if ((m_check = ZYLTPProcessColoring::GetCheck())) {
+            m_colours = m_check->FindColours(&course);
+            if (m_colours && int(m_colours->perPoint.size()) != course.GetNumPoints())
+                m_colours = nullptr;
+        }
     }
 
     void Build()
@@ -139,15 +150,65 @@ private:
         thread_local StripBuffers buffers[2];
         TriangleStrips tows(buffers[0]);
         TriangleStrips shortTows(buffers[1]);
-        if (plain)
+        const bool coloured = plain && m_colours;
+        if (plain && !coloured)
             tows.Reserve(CountStripVertices([&](size_t s) { return spans[s].towMask & ~shortMasks[s]; }));
         for (size_t s = 0; s < spans.size(); ++s) {
-            if (plain)
+            if (plain && !coloured)
                 AddStrips(tows, s, spans[s].towMask & ~shortMasks[s]);
             AddStrips(shortTows, s, shortMasks[s]);
         }
-        tows.AddTo(m_out, Attributes(Options::CourseBandElement));
+        if (coloured)
+            AddColouredTows(shortMasks);
+        else
+            tows.AddTo(m_out, Attributes(Options::CourseBandElement));
         shortTows.AddTo(m_out, Attributes(Options::ShortTowElement));
+    }
+
+    // The tows that are not short, one primitive per colour of the steering radius (see
+    // ZYLTPProcessColoring), the first in the band's own colour for points without a radius.
+    void AddColouredTows(const std::vector<quint64> &shortMasks)
+    {
+        constexpr int NumColours = ZYLTPProcessColoring::NumBins + 1;
+        thread_local StripBuffers buffers[NumColours];
+        std::vector<TriangleStrips> strips;
+        strips.reserve(NumColours);
+        for (StripBuffers &b : buffers)
+            strips.emplace_back(b);
+        auto colourOf = [this](int i) { return int(m_colours->perPoint[size_t(i)]); };
+        const std::vector<int> &changes = m_colours->changes;
+        const auto &spans = m_geometry.GetTowSpans();
+        std::vector<int> stations, run;
+        for (size_t s = 0; s < spans.size(); ++s) {
+            const quint64 mask = spans[s].towMask & ~shortMasks[s];
+            if (!mask)
+                continue;
+            // The band's own stations and each point where the colour changes, so that every
+            // quad has the colour of its first point throughout.
+            const std::vector<int> &own = m_stations[s];
+            stations.clear();
+            std::set_union(own.begin(), own.end(), std::upper_bound(changes.begin(), changes.end(), spans[s].first),
+                           std::upper_bound(changes.begin(), changes.end(), spans[s].last),
+                           std::back_inserter(stations));
+            for (size_t j = 0; j + 1 < stations.size();) {
+                const int colour = colourOf(stations[j]);
+                size_t e = j + 1;
+                while (e + 1 < stations.size() && colourOf(stations[e]) == colour)
+                    ++e;
+                run.assign(stations.begin() + qsizetype(j), stations.begin() + qsizetype(e) + 1);
+                ZYLTPVisForEachBitRun(mask, [&](int first, int last) {
+                    strips[size_t(colour)].Add(m_geometry, run, m_geometry.GetEdgeOffset(first),
+                                               m_geometry.GetEdgeOffset(last + 1));
+                });
+                j = e;
+            }
+        }
+        for (int colour = 0; colour < NumColours; ++colour) {
+            ZYLVisOptions options = Attributes(Options::CourseBandElement);
+            if (colour > 0)
+                options.SetColor(ZYLTPProcessColoring::GetBinColor(colour - 1));
+            strips[size_t(colour)].AddTo(m_out, options);
+        }
     }
 
     template<class MaskOf>
@@ -303,6 +364,8 @@ private:
     const ZYLTPCourse &m_course;
     ZYLTPVisCourseGeometry m_geometry;
     std::vector<std::vector<int>> m_stations;
+    std::shared_ptr<const ZYLTPProcessCheck> m_check;
+    const ZYLTPProcessCheck::Colours *m_colours = nullptr;
     const Options &m_options;
     ZYLTPVisPrimitiveList &m_out;
 };
@@ -315,6 +378,7 @@ ZYLTPCourseVisRep::ZYLTPCourseVisRep(const ZYLTPCourse *course, int index, const
 {
     d->course = course;
     d->index = index;
+    d->options = options;
     if (!course)
         return;
     ZYLTPVisPrimitiveList list;
@@ -334,4 +398,9 @@ const ZYLTPCourse *ZYLTPCourseVisRep::GetCourse() const
 int ZYLTPCourseVisRep::GetCourseIndex() const
 {
     return d->index;
+}
+
+const ZYLTPVisualizationOptions &ZYLTPCourseVisRep::GetVisualizationOptions() const
+{
+    return d->options;
 }

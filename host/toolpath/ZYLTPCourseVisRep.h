@@ -15,8 +15,9 @@ class ZYLTPCourse;
 /// given (see `ZYLTPVisualizationOptions` for what each option means). Its primitives, in
 /// this order, each only when its options ask for it and it has something to draw:
 /// 1. the tow fill, by `GetShortTowDisplay()`: the tows that are not short as triangles
-///    (course band attributes), then the short tow pieces as triangles (short tow
-///    attributes);
+///    (course band attributes; while `ZYLTPProcessColoring` has steering radii for the
+///    course, one primitive per colour of the radius instead), then the short tow pieces as
+///    triangles (short tow attributes);
 /// 2. the tow edges as polylines (one per edge line that runs on unbroken), by
 ///    `GetTowEdgeDisplay()`;
 /// 3. the tow ends as segments, by `GetTowHeadProfileDisplay()`;
@@ -45,6 +46,9 @@ public:
     const ZYLTPCourse *GetCourse() const;
     /// Returns the index the course was given at construction.
     int GetCourseIndex() const;
+    /// Returns the options the representation was built with, so that it can be built again
+    /// alike (after the steering radius colouring has changed).
+    const ZYLTPVisualizationOptions &GetVisualizationOptions() const;
 
 private:
     struct Data;

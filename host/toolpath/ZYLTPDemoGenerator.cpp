@@ -195,14 +195,28 @@ private:
         data.normals.reserve(size_t(count));
         data.directions.reserve(size_t(count));
         std::vector<quint64> masks(static_cast<size_t>(count));
+        const int courseIndex = m_procedure->GetNumCourses();
+        const bool bent = m_p.processFaults && courseIndex % 11 == 7 && length > 200.0;
+        const bool shortRuns = m_p.processFaults && courseIndex % 11 == 8 && length > 800.0;
         for (int i = 0; i < count; ++i) {
             const double lambda = i + 1 == count ? end : start + length * i / (count - 1);
-            const UV p = c + d * lambda;
+            // The S-bend: a sideways cosine bump of 6 mm over 30% of the course (at most
+            // 300 mm), so its radius is about 760 mm on a long course.
+            double offset = 0.0, slope = 0.0;
+            const double bendLength = std::min(300.0, 0.3 * length), bendStart = start + 0.3 * length;
+            if (bent && lambda > bendStart && lambda < bendStart + bendLength) {
+                const double phase = 2.0 * M_PI * (lambda - bendStart) / bendLength;
+                offset = 3.0 * (1.0 - std::cos(phase));
+                slope = 3.0 * std::sin(phase) * 2.0 * M_PI / bendLength;
+            }
+            const UV across{-d.v, d.u};
+            const UV p = c + d * lambda + across * offset;
+            const UV heading = d + across * slope;
             ZYLMathPoint tip;
             ZYLMathVector du, dv;
             m_surface->EvaluateDerivatives(p.u, p.v, &tip, &du, &dv);
             const ZYLMathVector normal = *du.Cross(dv).Normalized();
-            ZYLMathVector direction = du * d.u + dv * d.v;
+            ZYLMathVector direction = du * heading.u + dv * heading.v;
             direction = *(direction - normal * normal.Dot(direction)).Normalized();
             data.tips.push_back(tip);
             data.normals.push_back(normal);
@@ -223,12 +237,19 @@ private:
                 if (laid)
                     mask |= quint64(1) << t;
             }
+            if (shortRuns) {
+                // Tows 1 and 2 cut for 60 mm; the last tow cut for 300 mm but for 40 mm fed.
+                const double mid = start + 0.5 * length;
+                if (lambda >= mid && lambda < mid + 60.0)
+                    mask &= ~quint64(3);
+                if (lambda >= mid + 150.0 && lambda < mid + 450.0 && !(lambda >= mid + 280.0 && lambda < mid + 320.0))
+                    mask &= ~(quint64(1) << (m_p.tows - 1));
+            }
             masks[size_t(i)] = mask;
         }
 
         // A few stretches tilted far to the side, so that the roller's fork comes too close to
         // the part: the collisions a check at 10 mm finds, and that tilting back clears.
-        const int courseIndex = m_procedure->GetNumCourses();
         int tiltStart = -1, tiltEnd = -1;
         if (m_p.collisions && courseIndex % 11 == 3 && count >= 20) {
             tiltStart = count / 2;
@@ -305,6 +326,16 @@ private:
                 }
                 if (!(end - start > 4.0 * m_p.pointSpacing))
                     continue;
+                if (m_p.processFaults && made == 5) {
+                    // Too short a course: every tow laid over 120 mm about the middle.
+                    const double middle = (start + end) / 2;
+                    start = middle - 60.0;
+                    end = middle + 60.0;
+                    for (int t = 0; t < m_p.tows; ++t) {
+                        towIn[t] = std::max(towIn[t], start);
+                        towOut[t] = std::min(towOut[t], end);
+                    }
+                }
                 MakeCourse(c, dir, towIn, towOut, start, end, ply);
                 ++made;
             }
@@ -390,9 +421,10 @@ ZYLGeoRef<ZYLTPProgram> ZYLTPDemoGenerator::Create(const Parameters &parameters)
     return Generator(parameters).Build();
 }
 
-ZYLGeoRef<ZYLTPProgram> ZYLTPDemoGenerator::CreateDefaultProgram()
+ZYLGeoRef<ZYLTPProgram> ZYLTPDemoGenerator::CreateDefaultProgram(bool processFaults)
 {
     Parameters parameters;
+    parameters.processFaults = processFaults;
     parameters.courses = 36;
     parameters.pointSpacing = 5.0;
     parameters.tows = 8;

@@ -48,6 +48,11 @@ public:
         bool inspection = true;
         /// Adds the deliberately colliding tilted stretches.
         bool collisions = true;
+        /// Breaks the process rules on purpose (see `ZYLTPProcessRules`): an S-bend of about
+        /// 750 mm radius in every eleventh course (from the eighth), a cut of 60 mm in tows
+        /// 1 and 2 and a tow fed for 40 mm in every eleventh course (from the ninth), and a
+        /// sixth course laid over 120 mm only. Other courses stay as without it.
+        bool processFaults = false;
     };
 
     ZYLTPDemoGenerator() = delete;
@@ -56,8 +61,8 @@ public:
     /// for parameters outside their ranges.
     static ZYLGeoRef<ZYLTPProgram> Create(const Parameters &parameters);
     /// Returns the program the studio opens without a file: a few dozen courses, quick to
-    /// build.
-    static ZYLGeoRef<ZYLTPProgram> CreateDefaultProgram();
+    /// build; with `processFaults`, the same courses with the faults of that parameter.
+    static ZYLGeoRef<ZYLTPProgram> CreateDefaultProgram(bool processFaults = false);
 
     /// Dimensions of the demo panel (mm): u runs along its length, v across its width.
     static constexpr double PanelLength = 2400.0;

@@ -12,6 +12,8 @@
 #include "ZYLGeoAssembledCurveOnSurface.h"
 #include "ZYLGeoSurface.h"
 
+#include "ZYLFeatRecorder.h"
+
 ZYLTPProgram::ZYLTPProgram() = default;
 
 ZYLTPProgram::~ZYLTPProgram()
@@ -57,4 +59,14 @@ ZYLMathBoundingBox ZYLTPProgram::GetPartBoundingBox() const
         m_boxRevision = ZYLTPModelRevision::Get();
     }
     return m_box;
+}
+
+void ZYLTPProgram::SetProcessRules(const ZYLTPProcessRules &rules)
+{
+    ZYLTPProcessRules::Check(rules);
+    ZYLFeatRecorder::RequireTransaction("Setting the process rules");
+    if (rules == m_rules)
+        return;
+    ZYLFeatRecorder::SetValue(m_rules, rules);
+    ZYLTPModelRevision::Record();
 }

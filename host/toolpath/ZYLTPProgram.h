@@ -3,6 +3,8 @@
 
 #include "ZYLToolPathExport.h"
 
+#include "ZYLTPProcessRules.h"
+
 #include "ZYLGeoGeometry.h"
 #include "ZYLMathBoundingBox.h"
 
@@ -47,6 +49,14 @@ public:
     /// of every laying point of the program.
     ZYLMathBoundingBox GetPartBoundingBox() const;
 
+    /// Returns the process rules the program's plies are checked against (see
+    /// `ZYLTPProcessCheck`).
+    const ZYLTPProcessRules &GetProcessRules() const { return m_rules; }
+    /// Sets the process rules; recorded in the open transaction. Throws
+    /// `ZYLSysOutOfBoundsException` for a rule out of its range (`ZYLTPProcessRules::Check`)
+    /// and `ZYLSysException` outside a transaction, changing nothing.
+    void SetProcessRules(const ZYLTPProcessRules &rules);
+
 private:
     friend class ZYLTPProgramBuilder;
     ZYLTPProgram();
@@ -55,6 +65,7 @@ private:
     std::vector<std::unique_ptr<ZYLTPTool>> m_tools;
     const ZYLGeoSurface *m_surface = nullptr;
     QList<ZYLGeoAssembledCurveOnSurface *> m_boundaries;
+    ZYLTPProcessRules m_rules;
     mutable quint64 m_boxRevision = 0;
     mutable ZYLMathBoundingBox m_box;
 };

@@ -132,6 +132,12 @@ void ZYLTPProgramBuilder::SetPlySurface(const ZYLGeoSurface *surface)
     ZYLTPModelRevision::Bump();
 }
 
+void ZYLTPProgramBuilder::SetProcessRules(const ZYLTPProcessRules &rules)
+{
+    ZYLTPProcessRules::Check(rules);
+    m_program->m_rules = rules;
+}
+
 void ZYLTPProgramBuilder::AddPlyBoundary(ZYLGeoAssembledCurveOnSurface *boundary)
 {
     if (!boundary)

@@ -28,6 +28,7 @@ class ZYLTPInspectionProcedure;
 class ZYLTPMachineConfiguration;
 class ZYLTPMachineHead;
 class ZYLTPProgram;
+struct ZYLTPProcessRules;
 class ZYLTPResource;
 class ZYLTPRollLayupProcedure;
 class ZYLTPRoller;
@@ -69,6 +70,8 @@ public:
 
     // Geometry of the ply; the program takes a reference on each.
     void SetPlySurface(const ZYLGeoSurface *surface);
+    /// Sets the program's process rules; throws as `ZYLTPProcessRules::Check`.
+    void SetProcessRules(const ZYLTPProcessRules &rules);
     void AddPlyBoundary(ZYLGeoAssembledCurveOnSurface *boundary);
 
     // Machine resources; ids are positions in the program's lists.

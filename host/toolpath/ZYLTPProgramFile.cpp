@@ -73,6 +73,7 @@ public:
         for (int i = 0; i < program.GetNumProcedures(); ++i)
             WriteProcedure(*program.GetProcedure(i));
         w.EndArray();
+        WriteProcessRules(program.GetProcessRules());
         w.EndObject();
         w.Newline();
     }
@@ -109,6 +110,22 @@ private:
         for (const QString &s : list)
             w.String(s);
         w.EndArray();
+    }
+
+    // Written only when they differ from the defaults, so that a file that never had them
+    // saves as it was.
+    void WriteProcessRules(const ZYLTPProcessRules &rules)
+    {
+        if (rules == ZYLTPProcessRules())
+            return;
+        w.Key("process_rules");
+        w.BeginObject();
+        NumberMember("tow_width", rules.towWidth);
+        NumberMember("min_steering_radius", rules.minSteeringRadius);
+        NumberMember("min_cut_length", rules.minCutLength);
+        NumberMember("min_add_length", rules.minAddLength);
+        NumberMember("min_course_length", rules.minCourseLength);
+        w.EndObject();
     }
 
     void WriteSurface(const ZYLGeoSurface *surface)

@@ -25,7 +25,9 @@
 /// The top object carries `"format": "zyltp-program"` and `"version": 1`; files of a newer
 /// version are refused. Plain tools came without a new version: they add a kind that older
 /// readers refuse by name ("tools[2].kind: unknown tool kind"), while every file without
-/// one stays byte for byte what it was.
+/// one stays byte for byte what it was. The process rules came the same way: an optional
+/// top-level "process_rules" object, written only when the rules differ from the defaults,
+/// so that a file without it loads with the defaults and saves as it was.
 ///
 /// Loading validates everything and refuses a bad file with a message naming the JSON path
 /// of the fault, e.g. `procedures[0].courses[12].points[40].tool_axis: not a unit vector`;

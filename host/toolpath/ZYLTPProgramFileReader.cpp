@@ -113,6 +113,10 @@ public:
         for (auto member : root) {  // NOLINT(performance-for-range-copy)
             od::field field;
             Check(std::move(member).get(field), "expected a member");
+            if (field.key().unsafe_is_equal("process_rules")) {
+                ReadProcessRules(field.value());
+                continue;
+            }
             const int k = KeyIndex(field, keys, numKeys);
             if (k == numKeys)
                 continue;
@@ -566,6 +570,23 @@ private:
             Close(tool);
             Guard([&] { m_builder.SetCollisionPoints(made, points); });
         });
+    }
+
+    // Optional: a file without them keeps the default rules.
+    void ReadProcessRules(od::value value)
+    {
+        Scope s(*this, "process_rules");
+        od::object object = Object(value);
+        static constexpr std::pair<const char *, double ZYLTPProcessRules::*> numbers[] = {
+            {"tow_width", &ZYLTPProcessRules::towWidth},
+            {"min_steering_radius", &ZYLTPProcessRules::minSteeringRadius},
+            {"min_cut_length", &ZYLTPProcessRules::minCutLength},
+            {"min_add_length", &ZYLTPProcessRules::minAddLength},
+            {"min_course_length", &ZYLTPProcessRules::minCourseLength}};
+        ZYLTPProcessRules rules;
+        ParameterFields(object, rules, numbers, &ZYLTPProcessRules::Check);
+        Close(object);
+        m_builder.SetProcessRules(rules);
     }
 
     void ReadProcedure(od::value value)

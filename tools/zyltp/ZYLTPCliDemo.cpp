@@ -30,7 +30,10 @@ int ZYLTPCliDemo::Run(const QStringList &arguments)
     const QCommandLineOption seed(QStringLiteral("seed"), Tr("Seed of the random variations (default 1)."), Tr("S"));
     const QCommandLineOption output(QStringList{QStringLiteral("o"), QStringLiteral("output")},
                                     Tr("File to write (*.zyltp.json)."), Tr("FILE"));
-    parser.addOptions({courses, points, tows, seed, output});
+    const QCommandLineOption faults(QStringLiteral("process-faults"),
+                                    Tr("Breaks the process rules on purpose in a few courses (a tight bend, short "
+                                       "tow runs, a short course)."));
+    parser.addOptions({courses, points, tows, seed, faults, output});
     int exitCode = Ok;
     if (!Parse(parser, arguments, GetSummary(), &exitCode))
         return exitCode;
@@ -44,6 +47,7 @@ int ZYLTPCliDemo::Run(const QStringList &arguments)
     }
 
     ZYLTPDemoGenerator::Parameters parameters;
+    parameters.processFaults = parser.isSet(faults);
     // Reads an integer option; false (with the message printed) for text that is not one.
     auto readInt = [&](const QCommandLineOption &option, auto *target) {
         if (!parser.isSet(option))
