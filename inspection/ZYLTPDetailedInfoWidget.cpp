@@ -89,9 +89,12 @@ struct ZYLTPDetailedInfoWidget::Data {
 };
 
 ZYLTPDetailedInfoWidget::ZYLTPDetailedInfoWidget(QWidget *parent)
-    : QMainWindow(parent)
+    // A main window is a window of its own unless told otherwise; this one lives in the
+    // command's frame.
+    : QMainWindow(parent, Qt::Widget)
     , d(std::make_unique<Data>())
 {
+    setWindowFlags(Qt::Widget);
     d->ui.setupUi(this);
     ZYLEditTPGraphicsMgr *manager = ZYLEditTPGraphicsMgr::GetManager();
     const ZYLTPProgram *program = manager ? manager->GetToolPathProgram() : nullptr;

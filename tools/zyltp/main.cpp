@@ -5,6 +5,7 @@
 #include "ZYLTPCliDemo.h"
 #include "ZYLTPCliEdit.h"
 #include "ZYLTPCliInfo.h"
+#include "ZYLTPCliTables.h"
 
 #include <QCoreApplication>
 
@@ -38,6 +39,7 @@ int main(int argc, char *argv[])
     subcommands.push_back(std::make_unique<ZYLTPCliCheck>());
     subcommands.push_back(std::make_unique<ZYLTPCliCollisions>());
     subcommands.push_back(std::make_unique<ZYLTPCliEdit>());
+    subcommands.push_back(std::make_unique<ZYLTPCliTables>());
 
     const QStringList arguments = QCoreApplication::arguments();
     if (arguments.size() < 2) {
