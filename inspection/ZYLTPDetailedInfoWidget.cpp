@@ -221,13 +221,13 @@ void ZYLTPDetailedInfoWidget::OnPushButtonApplyFilterSave(bool)
     }
     ZYLCmnFilterProxyModel *proxy = d->proxies[size_t(table)];
     {
-        // Each setting re-filters every row once the views see it; they see only the last.
+        // Each setting drops the proxy's rows, which are filtered again once a view asks for
+        // them: the views are told of the last setting only, so they filter once.
         const QSignalBlocker blocker(proxy);
-        proxy->SetVariantFilter(ZYLSysVariantFilter());
-        proxy->setFilterKeyColumn(filter.GetKeyColumn());
-        proxy->setFilterRole(filter.GetRole());
         proxy->SetFilterFunction(filter.GetFunction() ? filter.GetFunction()
                                                       : &ZYLCmnFilterProxyModel::DefaultVariantFilterFunction);
+        proxy->setFilterKeyColumn(filter.GetKeyColumn());
+        proxy->setFilterRole(filter.GetRole());
     }
     proxy->SetVariantFilter(filter.GetVariantFilter());
     ResizeToContents(d->View(table));

@@ -67,13 +67,6 @@ struct Cell {
         return {};
     }
 
-    QVariant Display() const
-    {
-        if (kind == Empty)
-            return {};
-        return kind == Integer ? QVariant(integer) : QVariant(Text());
-    }
-
     // The number under the number role: a value in its display unit as rounded for display
     // (what its text reads back as), a time in seconds, a printed time as printed.
     bool HasNumber() const { return kind == Quantity || kind == Seconds; }
@@ -193,7 +186,7 @@ public:
         for (const ZYLTPRollLayupProcedure *p : Procedures(program)) {
             for (int position = 0; position < p->GetNumCourses(); ++position) {
                 if (const auto *course = qobject_cast<const ZYLTPTowCourse *>(p->GetCourseByPosition(position)))
-                    m_rows.push_back({course, position});
+                    m_rows.push_back({course, position, {}});
             }
         }
     }
@@ -208,7 +201,19 @@ public:
     }
     Cell GetCell(int row, int column) const override
     {
-        const ZYLTPTowCourse &c = *m_rows[size_t(row)].course;
+        // A course's values are computed over its trajectories; a row is computed once.
+        std::vector<Cell> &cells = m_rows[size_t(row)].cells;
+        if (cells.empty()) {
+            const QList<double> towLengths = m_rows[size_t(row)].course->GetTowLengths();
+            for (int c = 0; c < FirstTowLength + Model::NumTowLengthColumns; ++c)
+                cells.push_back(MakeCell(*m_rows[size_t(row)].course, c, towLengths));
+        }
+        return cells[size_t(column)];
+    }
+
+private:
+    static Cell MakeCell(const ZYLTPTowCourse &c, int column, const QList<double> &towLengths)
+    {
         const auto length = [](double mm) { return Cell::MakeQuantity(ZYLSysValue::Length, mm); };
         const auto angle = [](double rad) { return Cell::MakeQuantity(ZYLSysValue::Angle, rad); };
         const auto feed = [](double rate) { return Cell::MakeQuantity(ZYLSysValue::FeedRate, rate); };
@@ -232,14 +237,12 @@ public:
         case UsedTows: return Cell::MakeMask(c.GetUsedMask());
         case TotalTowLength: return length(c.GetMaterialUsage());
         default: {
-            const QList<double> lengths = c.GetTowLengths();
             const int tow = column - FirstTowLength;
-            return tow >= 0 && tow < lengths.size() ? length(lengths.at(tow)) : Cell();
+            return tow >= 0 && tow < towLengths.size() ? length(towLengths.at(tow)) : Cell();
         }
         }
     }
 
-private:
     static QString InstructionsText(const ZYLTPCourse &c)
     {
         QString text;
@@ -261,8 +264,9 @@ private:
     struct Row {
         const ZYLTPTowCourse *course;
         int position;
+        std::vector<Cell> cells;
     };
-    std::vector<Row> m_rows;
+    mutable std::vector<Row> m_rows;
 };
 
 // --- Laying points ---
@@ -276,8 +280,8 @@ public:
         for (const ZYLTPRollLayupProcedure *p : Procedures(program)) {
             for (int position = 0; position < p->GetNumCourses(); ++position) {
                 const ZYLTPCourse *course = p->GetCourseByPosition(position);
-                m_courses.push_back({course, position, m_rows});
-                m_rows += course->GetNumPoints();
+                m_courses.push_back({course, position, m_rows, m_rows + course->GetNumPoints()});
+                m_rows = m_courses.back().endRow;
             }
         }
     }
@@ -312,6 +316,7 @@ private:
         const ZYLTPCourse *course;
         int position;
         int firstRow;
+        int endRow;
     };
     // The trajectory of the point asked for last: rows are mostly read in order, and a
     // trajectory covers many of them.
@@ -325,7 +330,7 @@ private:
 
     const Entry &Locate(int row) const
     {
-        if (m_last && row >= m_last->firstRow && row < m_last->firstRow + m_last->course->GetNumPoints())
+        if (m_last && row >= m_last->firstRow && row < m_last->endRow)
             return *m_last;
         const auto it = std::upper_bound(m_courses.begin(), m_courses.end(), row,
                                          [](int r, const Entry &e) { return r < e.firstRow; });
@@ -441,23 +446,48 @@ struct TextLess {
 
 struct ZYLTPDetailedTableModel::Data {
     Table table;
+    int columns = 0;
     std::unique_ptr<Source> source;
     // Row r of the model shows row order[r] of the source; empty for the program's order.
     std::vector<int> order;
     int sortColumn = -1;
 
-    // The text of the previous value written per column (see AppendCellText).
+    // The text and number of the last value of each column that was asked for. Neighbouring
+    // rows mostly repeat a value (a trajectory covers many points), and formatting it, not
+    // finding it, is what costs when a filter, a sort or a file reads a million rows.
     struct Memo {
         bool valid = false;
         Cell::Kind kind = Cell::Empty;
         ZYLSysValue::Unit unit = ZYLSysValue::System;
         double number = 0.0;
         quint64 mask = 0;
-        QByteArray text;
+        QString text;
+        QByteArray utf8;
+        double shownNumber = 0.0;
     };
     mutable std::vector<Memo> memos;
 
     int SourceRow(int row) const { return order.empty() ? row : order[size_t(row)]; }
+    // Returns the memo of a value cell (value, time, tow mask), made afresh when the cell
+    // differs from the last one of its column. The unit is part of the key: the user may
+    // change it while the table is open.
+    const Memo &MemoOf(int column, const Cell &cell) const
+    {
+        if (memos.size() <= size_t(column))
+            memos.resize(size_t(column) + 1);
+        Memo &memo = memos[size_t(column)];
+        const ZYLSysValue::Unit unit =
+            cell.kind == Cell::Quantity ? ZYLSysValue::GetMagnitudeCurrentUnit(cell.magnitude) : ZYLSysValue::System;
+        if (!memo.valid || memo.kind != cell.kind || memo.unit != unit || memo.number != cell.number
+            || memo.mask != cell.mask) {
+            memo = {true, cell.kind, unit, cell.number, cell.mask, cell.Text(), {},
+                    cell.HasNumber() ? cell.Number() : 0.0};
+            memo.utf8 = memo.text.toUtf8();
+        }
+        return memo;
+    }
+    static bool IsMemoized(const Cell &cell) { return cell.kind == Cell::Quantity || cell.kind == Cell::Seconds || cell.kind == Cell::Mask; }
+    QString Text(int column, const Cell &cell) const { return IsMemoized(cell) ? MemoOf(column, cell).text : cell.Text(); }
     std::vector<double> SortKeys(int column, ColumnType type) const;
 };
 
@@ -471,7 +501,7 @@ std::vector<double> ZYLTPDetailedTableModel::Data::SortKeys(int column, ColumnTy
         for (int row = 0; row < rows; ++row) {
             const Cell cell = source->GetCell(row, column);
             keys[size_t(row)] = cell.kind == Cell::Integer ? double(cell.integer)
-                                : cell.HasNumber()         ? cell.Number()
+                                : cell.HasNumber()         ? MemoOf(column, cell).shownNumber
                                                            : -std::numeric_limits<double>::infinity();
         }
         return keys;
@@ -480,7 +510,7 @@ std::vector<double> ZYLTPDetailedTableModel::Data::SortKeys(int column, ColumnTy
     std::vector<QString> texts(static_cast<size_t>(rows));
     std::map<QString, double, TextLess> ranks;
     for (int row = 0; row < rows; ++row) {
-        texts[size_t(row)] = source->GetCell(row, column).Text();
+        texts[size_t(row)] = Text(column, source->GetCell(row, column));
         if (row == 0 || texts[size_t(row)] != texts[size_t(row) - 1])
             ranks.emplace(texts[size_t(row)], 0.0);
     }
@@ -499,6 +529,7 @@ ZYLTPDetailedTableModel::ZYLTPDetailedTableModel(Table table, const ZYLTPProgram
     , d(std::make_unique<Data>())
 {
     d->table = table;
+    d->columns = table == Operation ? 1 : int(GetColumns(table).size()) + (table == Course ? NumTowLengthColumns : 0);
     d->source = MakeSource(table, program);
 }
 
@@ -592,21 +623,20 @@ int ZYLTPDetailedTableModel::rowCount(const QModelIndex &parent) const
 
 int ZYLTPDetailedTableModel::columnCount(const QModelIndex &parent) const
 {
-    if (parent.isValid())
-        return 0;
-    if (d->table == Operation)
-        return 1;
-    return int(GetColumns(d->table).size()) + (d->table == Course ? NumTowLengthColumns : 0);
+    return parent.isValid() ? 0 : d->columns;
 }
 
 QVariant ZYLTPDetailedTableModel::data(const QModelIndex &index, int role) const
 {
     if (!index.isValid() || (role != Qt::DisplayRole && role != NumberRole))
         return {};
-    const Cell cell = d->source->GetCell(d->SourceRow(index.row()), index.column());
-    if (role == Qt::DisplayRole)
-        return cell.Display();
-    return cell.HasNumber() ? QVariant(cell.Number()) : QVariant();
+    const int column = index.column();
+    const Cell cell = d->source->GetCell(d->SourceRow(index.row()), column);
+    if (role == NumberRole)
+        return cell.HasNumber() ? QVariant(d->MemoOf(column, cell).shownNumber) : QVariant();
+    if (cell.kind == Cell::Empty)
+        return {};
+    return cell.kind == Cell::Integer ? QVariant(cell.integer) : QVariant(d->Text(column, cell));
 }
 
 QVariant ZYLTPDetailedTableModel::headerData(int section, Qt::Orientation orientation, int role) const
@@ -697,17 +727,7 @@ void ZYLTPDetailedTableModel::AppendCellText(int row, int column, QByteArray &ou
         out.append(cell.text.toUtf8());
         return;
     default:
-        break;
+        out.append(d->MemoOf(column, cell).utf8);
+        return;
     }
-    if (d->memos.size() <= size_t(column))
-        d->memos.resize(size_t(column) + 1);
-    Data::Memo &memo = d->memos[size_t(column)];
-    // The unit is part of the key: the user may change it between two files.
-    const ZYLSysValue::Unit unit =
-        cell.kind == Cell::Quantity ? ZYLSysValue::GetMagnitudeCurrentUnit(cell.magnitude) : ZYLSysValue::System;
-    if (!memo.valid || memo.kind != cell.kind || memo.unit != unit || memo.number != cell.number
-        || memo.mask != cell.mask) {
-        memo = {true, cell.kind, unit, cell.number, cell.mask, cell.Text().toUtf8()};
-    }
-    out.append(memo.text);
 }
