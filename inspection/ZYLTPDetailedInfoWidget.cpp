@@ -35,6 +35,11 @@ void ResizeToContents(QTableView *view)
     view->resizeColumnsToContents();
     if (view->model()->rowCount() <= MaxRowsMeasured)
         view->resizeRowsToContents();
+    else if (view->model()->rowCount() > 0) {
+        // The rows of a long table take the height of its first one.
+        view->resizeRowToContents(0);
+        view->verticalHeader()->setDefaultSectionSize(view->rowHeight(0));
+    }
 }
 
 // The sections of a view a table's visibility applies to: rows of the operation table,
