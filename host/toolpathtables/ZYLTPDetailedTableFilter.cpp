@@ -93,11 +93,19 @@ QList<int> ZYLTPDetailedTableFilter::GetConditions(int columnType)
 
 QString ZYLTPDetailedTableFilter::GetConditionLabel(int code)
 {
-    static const char *const labels[] = {"begins with", "ends with", "contains", "does not contain",
-                                         "is equal to", "is not equal to", "greater than",
-                                         "greater than or equal to", "less than", "less than or equal to"};
+    static const char *const labels[] = {
+        QT_TRANSLATE_NOOP("ZYLTPDetailedInfoWidget", "begins with"),
+        QT_TRANSLATE_NOOP("ZYLTPDetailedInfoWidget", "ends with"),
+        QT_TRANSLATE_NOOP("ZYLTPDetailedInfoWidget", "contains"),
+        QT_TRANSLATE_NOOP("ZYLTPDetailedInfoWidget", "does not contain"),
+        QT_TRANSLATE_NOOP("ZYLTPDetailedInfoWidget", "is equal to"),
+        QT_TRANSLATE_NOOP("ZYLTPDetailedInfoWidget", "is not equal to"),
+        QT_TRANSLATE_NOOP("ZYLTPDetailedInfoWidget", "greater than"),
+        QT_TRANSLATE_NOOP("ZYLTPDetailedInfoWidget", "greater than or equal to"),
+        QT_TRANSLATE_NOOP("ZYLTPDetailedInfoWidget", "less than"),
+        QT_TRANSLATE_NOOP("ZYLTPDetailedInfoWidget", "less than or equal to")};
     if (code == Separator)
-        return QStringLiteral("-----------------");
+        return QStringLiteral(QT_TRANSLATE_NOOP("ZYLTPDetailedInfoWidget", "-----------------"));
     return code >= 0 && code < 10 ? QString::fromLatin1(labels[code]) : QString();
 }
 

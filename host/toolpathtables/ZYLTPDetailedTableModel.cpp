@@ -548,25 +548,50 @@ const QList<ZYLTPDetailedTableModel::Column> &ZYLTPDetailedTableModel::GetColumn
             columns.append({QString::fromLatin1(name), type, QString::fromLatin1(name)});
         return columns;
     };
-    static const QList<Column> operation = make(
-        {{"Name", NotFilterable}, {"Comment", NotFilterable}, {"Total machine time", NotFilterable},
-         {"Laying time", NotFilterable}, {"Linking time", NotFilterable}, {"Approach time", NotFilterable},
-         {"Retract time", NotFilterable}, {"Overall course length", NotFilterable}, {"Rollers", NotFilterable},
-         {"Total tow length", NotFilterable}, {"Total course number", NotFilterable}});
-    static const QList<Column> course = make(
-        {{"Roller", Text}, {"Approach distance", PhysicalValue}, {"Approach angle", PhysicalValue},
-         {"Roll-in distance", PhysicalValue}, {"Roll-out distance", PhysicalValue},
-         {"Retract distance", PhysicalValue}, {"Retract angle", PhysicalValue}, {"Feed rate", PhysicalValue},
-         {"Add feed rate", PhysicalValue}, {"Cut feed rate", PhysicalValue}, {"Post-processor instructions", Text},
-         {"Length", PhysicalValue}, {"Layup time estimate", Time}, {"Used tows", TowMask},
-         {"Total tow length", PhysicalValue}});
-    static const QList<Column> layingPoints = make(
-        {{"Course number", Integer}, {"Point number", Integer}, {"Feed rate", PhysicalValue},
-         {"Enabled tows", TowMask}, {"Forced tows", TowMask}, {"Front/Back tilt", PhysicalValue},
-         {"Side tilt", PhysicalValue}, {"Post-processor instructions", Text}, {"Process parameters", Text}});
-    static const QList<Column> linkingMotion = make(
-        {{"Off-part motion model", Text}, {"From course", Integer}, {"To course", Integer},
-         {"Length", PhysicalValue}, {"Linking time", Time}});
+    static const QList<Column> operation = make({
+        {QT_TRANSLATE_NOOP("ZYLTPDetailedInfoWidget", "Name"), NotFilterable},
+        {QT_TRANSLATE_NOOP("ZYLTPDetailedInfoWidget", "Comment"), NotFilterable},
+        {QT_TRANSLATE_NOOP("ZYLTPDetailedInfoWidget", "Total machine time"), NotFilterable},
+        {QT_TRANSLATE_NOOP("ZYLTPDetailedInfoWidget", "Laying time"), NotFilterable},
+        {QT_TRANSLATE_NOOP("ZYLTPDetailedInfoWidget", "Linking time"), NotFilterable},
+        {QT_TRANSLATE_NOOP("ZYLTPDetailedInfoWidget", "Approach time"), NotFilterable},
+        {QT_TRANSLATE_NOOP("ZYLTPDetailedInfoWidget", "Retract time"), NotFilterable},
+        {QT_TRANSLATE_NOOP("ZYLTPDetailedInfoWidget", "Overall course length"), NotFilterable},
+        {QT_TRANSLATE_NOOP("ZYLTPDetailedInfoWidget", "Rollers"), NotFilterable},
+        {QT_TRANSLATE_NOOP("ZYLTPDetailedInfoWidget", "Total tow length"), NotFilterable},
+        {QT_TRANSLATE_NOOP("ZYLTPDetailedInfoWidget", "Total course number"), NotFilterable}});
+    static const QList<Column> course = make({
+        {QT_TRANSLATE_NOOP("ZYLTPDetailedInfoWidget", "Roller"), Text},
+        {QT_TRANSLATE_NOOP("ZYLTPDetailedInfoWidget", "Approach distance"), PhysicalValue},
+        {QT_TRANSLATE_NOOP("ZYLTPDetailedInfoWidget", "Approach angle"), PhysicalValue},
+        {QT_TRANSLATE_NOOP("ZYLTPDetailedInfoWidget", "Roll-in distance"), PhysicalValue},
+        {QT_TRANSLATE_NOOP("ZYLTPDetailedInfoWidget", "Roll-out distance"), PhysicalValue},
+        {QT_TRANSLATE_NOOP("ZYLTPDetailedInfoWidget", "Retract distance"), PhysicalValue},
+        {QT_TRANSLATE_NOOP("ZYLTPDetailedInfoWidget", "Retract angle"), PhysicalValue},
+        {QT_TRANSLATE_NOOP("ZYLTPDetailedInfoWidget", "Feed rate"), PhysicalValue},
+        {QT_TRANSLATE_NOOP("ZYLTPDetailedInfoWidget", "Add feed rate"), PhysicalValue},
+        {QT_TRANSLATE_NOOP("ZYLTPDetailedInfoWidget", "Cut feed rate"), PhysicalValue},
+        {QT_TRANSLATE_NOOP("ZYLTPDetailedInfoWidget", "Post-processor instructions"), Text},
+        {QT_TRANSLATE_NOOP("ZYLTPDetailedInfoWidget", "Length"), PhysicalValue},
+        {QT_TRANSLATE_NOOP("ZYLTPDetailedInfoWidget", "Layup time estimate"), Time},
+        {QT_TRANSLATE_NOOP("ZYLTPDetailedInfoWidget", "Used tows"), TowMask},
+        {QT_TRANSLATE_NOOP("ZYLTPDetailedInfoWidget", "Total tow length"), PhysicalValue}});
+    static const QList<Column> layingPoints = make({
+        {QT_TRANSLATE_NOOP("ZYLTPDetailedInfoWidget", "Course number"), Integer},
+        {QT_TRANSLATE_NOOP("ZYLTPDetailedInfoWidget", "Point number"), Integer},
+        {QT_TRANSLATE_NOOP("ZYLTPDetailedInfoWidget", "Feed rate"), PhysicalValue},
+        {QT_TRANSLATE_NOOP("ZYLTPDetailedInfoWidget", "Enabled tows"), TowMask},
+        {QT_TRANSLATE_NOOP("ZYLTPDetailedInfoWidget", "Forced tows"), TowMask},
+        {QT_TRANSLATE_NOOP("ZYLTPDetailedInfoWidget", "Front/Back tilt"), PhysicalValue},
+        {QT_TRANSLATE_NOOP("ZYLTPDetailedInfoWidget", "Side tilt"), PhysicalValue},
+        {QT_TRANSLATE_NOOP("ZYLTPDetailedInfoWidget", "Post-processor instructions"), Text},
+        {QT_TRANSLATE_NOOP("ZYLTPDetailedInfoWidget", "Process parameters"), Text}});
+    static const QList<Column> linkingMotion = make({
+        {QT_TRANSLATE_NOOP("ZYLTPDetailedInfoWidget", "Off-part motion model"), Text},
+        {QT_TRANSLATE_NOOP("ZYLTPDetailedInfoWidget", "From course"), Integer},
+        {QT_TRANSLATE_NOOP("ZYLTPDetailedInfoWidget", "To course"), Integer},
+        {QT_TRANSLATE_NOOP("ZYLTPDetailedInfoWidget", "Length"), PhysicalValue},
+        {QT_TRANSLATE_NOOP("ZYLTPDetailedInfoWidget", "Linking time"), Time}});
     switch (table) {
     case Operation: return operation;
     case Course: return course;
