@@ -27,16 +27,17 @@ namespace {
 
 using Model = ZYLTPDetailedTableModel;
 
-// Rows of tables longer than this keep one height: measuring each row reads all its cells.
-constexpr int MaxRowsMeasured = 2000;
+// Column widths follow this many rows of a table besides those on screen.
+constexpr int RowsMeasured = 200;
 
+// Rows of a table without word wrap hold one line of text each, so they take the height of
+// the first row rather than being measured one by one (a million of them).
 void ResizeToContents(QTableView *view)
 {
     view->resizeColumnsToContents();
-    if (view->model()->rowCount() <= MaxRowsMeasured)
+    if (view->wordWrap()) {
         view->resizeRowsToContents();
-    else if (view->model()->rowCount() > 0) {
-        // The rows of a long table take the height of its first one.
+    } else if (view->model()->rowCount() > 0) {
         view->resizeRowToContents(0);
         view->verticalHeader()->setDefaultSectionSize(view->rowHeight(0));
     }
@@ -115,6 +116,7 @@ ZYLTPDetailedInfoWidget::ZYLTPDetailedInfoWidget(QWidget *parent)
             d->proxies[size_t(table)] = proxy;
             view->setModel(proxy);
             view->horizontalHeader()->setSectionsClickable(true);
+            view->horizontalHeader()->setResizeContentsPrecision(RowsMeasured);
         }
     }
     d->ui.groupBox_Filter->setEnabled(false);
