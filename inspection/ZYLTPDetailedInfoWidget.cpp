@@ -282,10 +282,16 @@ void ZYLTPDetailedInfoWidget::OnButtonBoxSave(bool)
     QTableView *view = d->View(table);
     const QAbstractItemModel *shown = view->model();
     const ZYLCmnFilterProxyModel *proxy = d->proxies[size_t(table)];
+    // The proxy filters but never sorts (the model does): with every row passing and none
+    // hidden, the rows are the model's, in its order, and need no mapping one by one.
     std::vector<int> rows;
     rows.reserve(size_t(shown->rowCount()));
+    const bool allRows = view->verticalHeader()->hiddenSectionCount() == 0
+                         && shown->rowCount() == d->models[size_t(table)]->rowCount();
     for (int row = 0; row < shown->rowCount(); ++row) {
-        if (!view->isRowHidden(row))
+        if (allRows)
+            rows.push_back(row);
+        else if (!view->isRowHidden(row))
             rows.push_back(proxy ? proxy->mapToSource(proxy->index(row, 0)).row() : row);
     }
     QList<int> columns;

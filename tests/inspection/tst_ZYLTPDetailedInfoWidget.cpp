@@ -91,6 +91,7 @@ private:
 
     QTemporaryDir m_dir;
     QString m_file;
+    QByteArray m_saved;
     ZYLTPPanelTestHost m_host;
 };
 
@@ -116,6 +117,7 @@ void tst_ZYLTPDetailedInfoWidget::initTestCase()
     m_file = m_dir.filePath(QStringLiteral("three.zyltp.json"));
     QVERIFY(ZYLTPProgramFile::Save(*builder.GetProgram(), m_file).isEmpty());
     QVERIFY2(m_host.Start(this) && m_host.Open(m_file), qPrintable(m_host.GetError()));
+    m_saved = m_host.Serialize();
 }
 
 void tst_ZYLTPDetailedInfoWidget::init()
@@ -127,6 +129,7 @@ void tst_ZYLTPDetailedInfoWidget::init()
 void tst_ZYLTPDetailedInfoWidget::cleanup()
 {
     QVERIFY(m_host.Press(QDialogButtonBox::Close));
+    QCOMPARE(m_host.Serialize(), m_saved); // the panel only reads
 }
 
 void tst_ZYLTPDetailedInfoWidget::tablesOfThreeCourses()
