@@ -10,7 +10,6 @@
 
 #include "ZYLCmnFilterProxyModel.h"
 #include "ZYLCmnUISettings.h"
-#include "ZYLSysException.h"
 
 #include <QFileDialog>
 #include <QGuiApplication>
@@ -215,7 +214,6 @@ void ZYLTPDetailedInfoWidget::OnPushButtonApplyFilterSave(bool)
     std::optional<int> condition;
     if (ui.comboBox_condition->currentIndex() >= 0)
         condition = ui.comboBox_condition->currentData().toInt();
-    const WaitCursor wait;
     const ZYLTPDetailedTableFilter filter =
         ZYLTPDetailedTableFilter::Create(*d->models[size_t(table)], label, condition, ui.lineEdit_value->text());
     switch (filter.GetError()) {
@@ -226,6 +224,7 @@ void ZYLTPDetailedInfoWidget::OnPushButtonApplyFilterSave(bool)
     case ZYLTPDetailedTableFilter::NoNumber: return ShowError(tr("Please input number value."));
     case ZYLTPDetailedTableFilter::InvalidValue: return ShowError(tr("Invalid value:") + filter.GetMessage());
     }
+    const WaitCursor wait;
     ZYLCmnFilterProxyModel *proxy = d->proxies[size_t(table)];
     {
         // Each setting drops the proxy's rows, which are filtered again once a view asks for
@@ -309,8 +308,11 @@ void ZYLTPDetailedInfoWidget::OnButtonBoxSave(bool)
         progress.setValue(total > 0 ? int(done * 100 / total) : 100);
         return !progress.wasCanceled();
     });
-    const WaitCursor wait;
-    if (writer.Write(fileName) == ZYLTPDetailedTableCsvWriter::Failed)
+    const auto written = [&writer, &fileName] {
+        const WaitCursor wait;
+        return writer.Write(fileName);
+    }();
+    if (written == ZYLTPDetailedTableCsvWriter::Failed)
         ShowError(tr("Unable to save to ") + fileName);
 }
 
