@@ -114,8 +114,13 @@ ZYLTPDetailedInfoWidget::ZYLTPDetailedInfoWidget(QWidget *parent)
             proxy->setSourceModel(model);
             d->proxies[size_t(table)] = proxy;
             view->setModel(proxy);
-            view->horizontalHeader()->setSectionsClickable(true);
-            view->horizontalHeader()->setResizeContentsPrecision(RowsMeasured);
+            // A click on a column header sorts, as in a view with sorting on: it does not
+            // select the column (a million cells that a sort would have to carry along).
+            QHeaderView *header = view->horizontalHeader();
+            header->setSectionsClickable(true);
+            header->setResizeContentsPrecision(RowsMeasured);
+            disconnect(header, SIGNAL(sectionPressed(int)), view, SLOT(selectColumn(int)));
+            disconnect(header, SIGNAL(sectionEntered(int)), view, SLOT(_q_selectColumn(int)));
         }
     }
     d->ui.groupBox_Filter->setEnabled(false);
@@ -170,6 +175,8 @@ void ZYLTPDetailedInfoWidget::OnComboBoxObjectTypeCurrentIndexChanged(int index)
 void ZYLTPDetailedInfoWidget::RefillProperties(int table)
 {
     QComboBox *combo = d->ui.comboBox_property;
+    // The conditions follow the item chosen once every item has its type.
+    const QSignalBlocker blocker(combo);
     combo->clear();
     const auto add = [combo](const QString &text, int type, const QString &label) {
         combo->addItem(text);
@@ -182,6 +189,7 @@ void ZYLTPDetailedInfoWidget::RefillProperties(int table)
         for (int tow = 1; tow <= Model::NumTowLengthColumns; ++tow)
             add(Model::GetTowLengthText(tow), Model::PhysicalValue, Model::GetTowLengthLabel(tow));
     }
+    OnComboBoxPropertyCurrentIndexChanged(combo->currentIndex());
 }
 
 void ZYLTPDetailedInfoWidget::OnComboBoxPropertyCurrentIndexChanged(int index)
