@@ -280,7 +280,7 @@ void tst_ZYLTPDetailedInfoWidget::csv()
     if (!filter.isEmpty())
         QVERIFY(ApplyFilter(table, filter[0], filter[1].toInt(), filter[2]).isEmpty());
     QHeaderView *header = View(table)->horizontalHeader();
-    const QPoint onHeader(header->sectionViewportPosition(sortColumn) + 3, 3);
+    const QPoint onHeader(header->sectionViewportPosition(sortColumn) + header->sectionSize(sortColumn) / 2, 3);
     if (sortColumn >= 0)
         QTest::mouseClick(header->viewport(), Qt::LeftButton, {}, onHeader);
     QVERIFY(AnswerNextDialog([this] { Child<QDialogButtonBox>("buttonBox")->button(QDialogButtonBox::Save)->click(); },
