@@ -38,7 +38,9 @@ void ResizeToContents(QTableView *view)
         view->resizeRowsToContents();
     } else if (view->model()->rowCount() > 0) {
         view->resizeRowToContents(0);
-        view->verticalHeader()->setDefaultSectionSize(view->rowHeight(0));
+        // Setting the height visits every row, even when it does not change.
+        if (view->rowHeight(0) != view->verticalHeader()->defaultSectionSize())
+            view->verticalHeader()->setDefaultSectionSize(view->rowHeight(0));
     }
 }
 
