@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-ZYL-Proprietary
 #include "ZYLTPDetailedInfoCmd.h"
 
-#include "ZYLTPUnavailableWidget.h"
+#include "ZYLTPDetailedInfoWidget.h"
 
 ZYLTPDetailedInfoCmd::ZYLTPDetailedInfoCmd(QObject *parent)
     : ZYLCmdDialogCommand(parent, CancelWhenInterrupted, OwnTransaction) {}
@@ -11,5 +11,10 @@ ZYLTPDetailedInfoCmd::~ZYLTPDetailedInfoCmd() = default;
 QWidget *ZYLTPDetailedInfoCmd::CreateContentWidget(QWidget *parent) {
     // The base makes no panel; it is called all the same, as every override calls its base.
     ZYLCmdDialogCommand::CreateContentWidget(parent);
-    return new ZYLTPUnavailableWidget(this, parent);
+    return new ZYLTPDetailedInfoWidget(parent);
+}
+
+QDialogButtonBox::StandardButtons ZYLTPDetailedInfoCmd::GetStandardButtons() const
+{
+    return QDialogButtonBox::Close | QDialogButtonBox::Help;
 }

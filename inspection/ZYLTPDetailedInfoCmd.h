@@ -7,10 +7,8 @@
 /// The dialog command "View detailed info". Shows the operation, course, laying point and
 /// linking motion tables of the tool path, with their filter and CSV export.
 ///
-/// Its panel and behaviour come with a later version of the module. Until then
-/// `CreateContentWidget` gives a panel that names the command and says that the editor is not
-/// available in this build, and the command leaves the model as it is, whether it is accepted
-/// or cancelled.
+/// The command only hosts its panel (`ZYLTPDetailedInfoWidget`); it reads the program and
+/// never changes it, and its frame offers Close and Help.
 ///
 /// The controller creates an instance through the invokable constructor each time the action
 /// "ZYLTPDetailedInfoCmd.View" is triggered; it runs in a transaction of its own and is
@@ -25,6 +23,8 @@ public:
 
     /// Returns a new panel for the command, created with `parent`.
     QWidget *CreateContentWidget(QWidget *parent) override;
+    /// Returns Close and Help: the panel changes nothing that could be accepted.
+    QDialogButtonBox::StandardButtons GetStandardButtons() const override;
 
 private:
     // Registers the class with the command controller while the module is loaded; defined

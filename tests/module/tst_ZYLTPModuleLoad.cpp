@@ -306,7 +306,8 @@ void tst_ZYLTPModuleLoad::dialogCommandShowsAnHonestPanel_data() {
     QTest::addColumn<QString>("label");
     QTest::addColumn<int>("button");
     // Commands whose real panel is built are tested with their panels.
-    const QList<QByteArray> realPanels{"ZYLTPCollisionInspectorCmd", "ZYLTPContextualViewCmd", "ZYLTPEditCourseCmd"};
+    const QList<QByteArray> realPanels{"ZYLTPCollisionInspectorCmd", "ZYLTPContextualViewCmd", "ZYLTPDetailedInfoCmd",
+                                      "ZYLTPEditCourseCmd"};
     for (const CommandClass &commandClass : CommandClasses()) {
         if (!commandClass.hasPanel || realPanels.contains(commandClass.name))
             continue;

@@ -6,6 +6,7 @@
 #include "ZYLTPCliEdit.h"
 #include "ZYLTPCliInfo.h"
 #include "ZYLTPCliProcess.h"
+#include "ZYLTPCliTables.h"
 
 #include <QCoreApplication>
 
@@ -40,6 +41,7 @@ int main(int argc, char *argv[])
     subcommands.push_back(std::make_unique<ZYLTPCliCollisions>());
     subcommands.push_back(std::make_unique<ZYLTPCliEdit>());
     subcommands.push_back(std::make_unique<ZYLTPCliProcess>());
+    subcommands.push_back(std::make_unique<ZYLTPCliTables>());
 
     const QStringList arguments = QCoreApplication::arguments();
     if (arguments.size() < 2) {
