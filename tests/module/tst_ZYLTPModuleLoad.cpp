@@ -305,8 +305,10 @@ void tst_ZYLTPModuleLoad::dialogCommandShowsAnHonestPanel_data() {
     QTest::addColumn<QByteArray>("key");
     QTest::addColumn<QString>("label");
     QTest::addColumn<int>("button");
+    // Commands whose real panel has landed are tested with it, in their own area.
+    const QList<QByteArray> realPanels{"ZYLTPEditLinkingPointsCmd", "ZYLTPEditLinksCmd"};
     for (const CommandClass &commandClass : CommandClasses()) {
-        if (!commandClass.hasPanel)
+        if (!commandClass.hasPanel || realPanels.contains(commandClass.name))
             continue;
         const CatalogueRow *row = nullptr;
         for (const CatalogueRow &candidate : Catalogue())
