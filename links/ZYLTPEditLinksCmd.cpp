@@ -1,10 +1,8 @@
 // SPDX-License-Identifier: LicenseRef-ZYL-Proprietary
 #include "ZYLTPEditLinksCmd.h"
 
-#include "ZYLEditTPGraphicsMgr.h"
 #include "ZYLTPEditLinksWidget.h"
-
-#include "ZYLVisEnvironmentBatchContext.h"
+#include "ZYLTPLinkEdit.h"
 
 ZYLTPEditLinksCmd::ZYLTPEditLinksCmd(QObject *parent)
     : ZYLCmdDialogCommand(parent, CancelWhenInterrupted, OwnTransaction) {}
@@ -38,27 +36,9 @@ QWidget *ZYLTPEditLinksCmd::CreateContentWidget(QWidget *parent) {
 }
 
 void ZYLTPEditLinksCmd::ShowLinksGraphics() {
-    ZYLEditTPGraphicsMgr *manager = ZYLEditTPGraphicsMgr::GetManager();
-    if (!manager)
-        return;
-    const ZYLVisEnvironmentBatchContext batch(manager->GetEditToolPathVisEnvironment());
-    ZYLTPVisualizationOptions options = manager->GetCurrentOptions();
-    options.SetApproachRetractEnabled(false);
-    options.SetRollInOutEnabled(false);
-    options.SetTowEdgeDisplay(ZYLTPVisualizationOptions::NoTowEdges);
-    options.SetTowHeadProfileDisplay(ZYLTPVisualizationOptions::NoHeadProfiles);
-    options.SetShortTowDisplay(ZYLTPVisualizationOptions::NoTowFill);
-    options.SetLayingTrajectoryEnabled(false);
-    options.SetTipPointEnabled(false);
-    options.SetLayingVectorsToDisplay(ZYLTPVisualizationOptions::NoVectors);
-    options.SetLinkingPointsEnabled(false);
-    options.SetLinkingTrajectoriesEnabled(true);
-    options.SetLinkEndPointsVectorsToDisplay(ZYLTPVisualizationOptions::NoVectors);
-    manager->UpdateAllGraphics(options);
-    manager->SetVirtualNodesSelectable(true, manager->GetToolPathVirtualNodes(ZYLEditTPGraphicsMgr::CourseLinkNodes));
+    ZYLTPLinkEdit::ShowLinks(ZYLTPVisualizationOptions::NoVectors);
 }
 
 void ZYLTPEditLinksCmd::RestoreGraphics() {
-    if (ZYLEditTPGraphicsMgr *manager = ZYLEditTPGraphicsMgr::GetManager())
-        manager->UpdateAllGraphics(manager->GetCurrentOptions());
+    ZYLTPLinkEdit::RestoreGraphics();
 }

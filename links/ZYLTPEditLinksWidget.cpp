@@ -86,12 +86,15 @@ struct ZYLTPEditLinksWidget::Data {
     void ApplyPointsDetail();
     void ApplyRapidDistances(QDoubleSpinBox *field);
 
+    // Both connect once, however often a handler that failed half way asks again.
     void ConnectScene() {
+        disconnect(sceneConnection);
         if (ZYLVisEnvironment *environment = EditEnvironment())
             sceneConnection = connect(environment, &ZYLVisEnvironment::VisualizationSelectionChanged, q,
                                       &ZYLTPEditLinksWidget::OnVisualizationSelectionChanged);
     }
     void ConnectList() {
+        disconnect(listConnection);
         listConnection = connect(ui.listView_Sel->selectionModel(), &QItemSelectionModel::selectionChanged, q,
                                  &ZYLTPEditLinksWidget::OnLinkListSelectionChanged);
     }
@@ -246,8 +249,9 @@ void ZYLTPEditLinksWidget::Data::ApplyRapidDistances(QDoubleSpinBox *field) {
             straight->Update();
         }
     });
+    const ZYLTPVisualizationOptions options = ZYLTPLinkEdit::GetLinksOptions(ZYLTPVisualizationOptions::NoVectors);
     for (ZYLTPLinearCourseLink *straight : straights)
-        manager->UpdateVirtualNode(manager->GetCourseLinkVirtualNode(straight), ZYLTPVisualizationOptions());
+        manager->UpdateVirtualNode(manager->GetCourseLinkVirtualNode(straight), options);
 }
 
 void ZYLTPEditLinksWidget::Data::ApplyOffPartMotionModel() {
@@ -296,7 +300,9 @@ void ZYLTPEditLinksWidget::Data::ApplyOffPartMotionModel() {
                            Qt::UserRole);
     }
     for (const Replacement &replacement : replacements) {
-        ZYLVisVirtualObject *node = manager->AddCourseLinkVirtualNode(replacement.made, manager->GetCurrentOptions());
+        // Drawn like the links around it: the current options would add their points.
+        ZYLVisVirtualObject *node = manager->AddCourseLinkVirtualNode(
+            replacement.made, ZYLTPLinkEdit::GetLinksOptions(ZYLTPVisualizationOptions::NoVectors));
         if (!node)
             continue;
         node->SetSelectability(true);

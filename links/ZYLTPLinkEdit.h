@@ -1,18 +1,30 @@
 // SPDX-License-Identifier: LicenseRef-ZYL-Proprietary
 #pragma once
 
+#include "ZYLTPVisualizationOptions.h"
+
 #include <functional>
 
 class QString;
 
-/// Runs a group of model edits of the link panels as one: a transaction nested in the
-/// command's, kept when the edits return and rolled back when one of them throws (the
-/// exception then goes on to the caller), so that a failure half way changes nothing.
+/// What the two link commands and their panels share: the links display, and groups of model
+/// edits run as one.
 class ZYLTPLinkEdit {
 public:
     ZYLTPLinkEdit() = delete;
 
-    /// Runs `edits` in a nested transaction named `name` of the current feature
-    /// environment's container; without a container the edits run as they are.
+    /// Rebuilds the tool path nodes with the current options narrowed to the links (their
+    /// lines, no linking points, no laying detail, no approach and retract), the link end
+    /// points showing `endPointVectors`, and makes the course link nodes selectable.
+    static void ShowLinks(ZYLTPVisualizationOptions::VectorsToDisplay endPointVectors);
+    /// Returns the options `ShowLinks` draws with.
+    static ZYLTPVisualizationOptions GetLinksOptions(ZYLTPVisualizationOptions::VectorsToDisplay endPointVectors);
+    /// Rebuilds the tool path nodes with the current options.
+    static void RestoreGraphics();
+
+    /// Runs `edits` as one: in a transaction named `name` nested in the command's (on the
+    /// current feature environment's container), kept when the edits return and rolled back
+    /// when one of them throws (the exception then goes on to the caller), so that a failure
+    /// half way changes nothing. Without a container the edits run as they are.
     static void Run(const QString &name, const std::function<void()> &edits);
 };
