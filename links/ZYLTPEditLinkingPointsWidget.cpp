@@ -381,7 +381,8 @@ void ZYLTPEditLinkingPointsWidget::setupConnections() {
             &ZYLTPEditLinkingPointsWidget::OnInsertBeforeButtonClicked);
     connect(d->ui.pushButton_InsertAfter, &QPushButton::clicked, this,
             &ZYLTPEditLinkingPointsWidget::OnInsertAfterButtonClicked);
-    connect(d->ui.pushButton_SelAll, &QPushButton::clicked, this, &ZYLTPEditLinkingPointsWidget::OnSelectAllButtonClicked);
+    connect(d->ui.pushButton_SelAll, &QPushButton::clicked, this,
+            &ZYLTPEditLinkingPointsWidget::OnSelectAllButtonClicked);
     connect(d->ui.pushButton_DeselAll, &QPushButton::clicked, this,
             &ZYLTPEditLinkingPointsWidget::OnDeselectAllButtonClicked);
     connect(d->ui.pushButton_Delete, &QPushButton::clicked, this, &ZYLTPEditLinkingPointsWidget::OnDeleteButtonClicked);

@@ -413,7 +413,8 @@ void ZYLTPEditLinksWidget::OnVisualizationSelectionChanged(const QSet<ZYLVisObje
     try {
         ZYLEditTPGraphicsMgr *manager = Manager();
         for (ZYLVisObject *object : selection) {
-            const QModelIndex row = d->FindLinkRow(manager->GetCourseLinkObject(qobject_cast<ZYLVisVirtualObject *>(object)));
+            auto *node = qobject_cast<ZYLVisVirtualObject *>(object);
+            const QModelIndex row = d->FindLinkRow(manager->GetCourseLinkObject(node));
             if (row.isValid())
                 model->select(row, QItemSelectionModel::Select);
         }

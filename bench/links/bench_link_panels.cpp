@@ -99,7 +99,8 @@ int main(int argc, char **argv) {
         safetyPlane += list->model()->index(row, 0).data(Qt::UserRole).value<const ZYLTPCourseLink *>()->GetStrategy()
                        == ZYLTPCourseLink::SafetyPlane;
     host.Press(QDialogButtonBox::Cancel);
-    std::printf("links panel: %d links, opens in %.1f ms (target <= 300), select all %.1f ms\n", links, open, selectAll);
+    std::printf("links panel: %d links, opens in %.1f ms (target <= 300), select all %.1f ms\n", links, open,
+                selectAll);
     std::printf("motion model of all links to safety plane: %.1f ms (target <= 1000), %d safety plane links after\n",
                 change, safetyPlane);
 
