@@ -94,17 +94,13 @@ struct ZYLTPEditLinkingPointsWidget::Data {
     QModelIndexList SelectedRows() const {
         return ui.listView_Sel->selectionModel()->selectedRows();
     }
-    // Both connect once, however often a handler that failed half way asks again.
     void ConnectScene() {
-        disconnect(sceneConnection);
-        if (environment)
-            sceneConnection = connect(environment, &ZYLVisEnvironment::VisualizationSelectionChanged, q,
-                                      &ZYLTPEditLinkingPointsWidget::OnVisualizationSelectionChanged);
+        ZYLTPLinkEdit::Reconnect(sceneConnection, environment.data(), &ZYLVisEnvironment::VisualizationSelectionChanged,
+                                 q, &ZYLTPEditLinkingPointsWidget::OnVisualizationSelectionChanged);
     }
     void ConnectList() {
-        disconnect(listConnection);
-        listConnection = connect(ui.listView_Sel->selectionModel(), &QItemSelectionModel::selectionChanged, q,
-                                 &ZYLTPEditLinkingPointsWidget::OnLinkingPtListSelectionChanged);
+        ZYLTPLinkEdit::Reconnect(listConnection, ui.listView_Sel->selectionModel(), &QItemSelectionModel::selectionChanged,
+                                 q, &ZYLTPEditLinkingPointsWidget::OnLinkingPtListSelectionChanged);
     }
 
     ZYLVisVirtualObject *CreatePointMarker(const ZYLTPOffPartPoint *point) const;
@@ -410,6 +406,7 @@ void ZYLTPEditLinkingPointsWidget::Detach() {
         disconnect(d->gizmo.get(), nullptr, this, nullptr);
         d->gizmo->Show(false);
     }
+    d->RemovePointMarkers();
 }
 
 void ZYLTPEditLinkingPointsWidget::OnCoordinateChanged() {

@@ -86,17 +86,13 @@ struct ZYLTPEditLinksWidget::Data {
     void ApplyPointsDetail();
     void ApplyRapidDistances(QDoubleSpinBox *field);
 
-    // Both connect once, however often a handler that failed half way asks again.
     void ConnectScene() {
-        disconnect(sceneConnection);
-        if (ZYLVisEnvironment *environment = EditEnvironment())
-            sceneConnection = connect(environment, &ZYLVisEnvironment::VisualizationSelectionChanged, q,
-                                      &ZYLTPEditLinksWidget::OnVisualizationSelectionChanged);
+        ZYLTPLinkEdit::Reconnect(sceneConnection, EditEnvironment(), &ZYLVisEnvironment::VisualizationSelectionChanged, q,
+                                 &ZYLTPEditLinksWidget::OnVisualizationSelectionChanged);
     }
     void ConnectList() {
-        disconnect(listConnection);
-        listConnection = connect(ui.listView_Sel->selectionModel(), &QItemSelectionModel::selectionChanged, q,
-                                 &ZYLTPEditLinksWidget::OnLinkListSelectionChanged);
+        ZYLTPLinkEdit::Reconnect(listConnection, ui.listView_Sel->selectionModel(), &QItemSelectionModel::selectionChanged,
+                                 q, &ZYLTPEditLinksWidget::OnLinkListSelectionChanged);
     }
     void SetRapidFieldsEnabled(bool enabled) {
         ui.doubleSpinBox_RapidApproachDis->setEnabled(enabled);

@@ -3,6 +3,8 @@
 
 #include "ZYLTPVisualizationOptions.h"
 
+#include <QObject>
+
 #include <functional>
 
 class QString;
@@ -27,4 +29,14 @@ public:
     /// when one of them throws (the exception then goes on to the caller), so that a failure
     /// half way changes nothing. Without a container the edits run as they are.
     static void Run(const QString &name, const std::function<void()> &edits);
+
+    /// Replaces `connection` by one of `sender`'s `signal` to `receiver`'s `slot` (none for a
+    /// null sender), so that a handler that stopped half way never leaves two behind.
+    template<class Sender, class Signal, class Receiver, class Slot>
+    static void Reconnect(QMetaObject::Connection &connection, Sender *sender, Signal signal, Receiver *receiver,
+                          Slot slot) {
+        QObject::disconnect(connection);
+        if (sender)
+            connection = QObject::connect(sender, signal, receiver, slot);
+    }
 };
