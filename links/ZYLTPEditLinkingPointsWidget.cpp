@@ -103,6 +103,12 @@ struct ZYLTPEditLinkingPointsWidget::Data {
                                  q, &ZYLTPEditLinkingPointsWidget::OnLinkingPtListSelectionChanged);
     }
 
+    // The look of a marker: all axes of the point's frame, as a secondary highlight.
+    static ZYLVisRep *MarkerRep(const ZYLTPOffPartPoint *point) {
+        ZYLEditTPGraphicsMgr *manager = Manager();
+        return manager->CreatePointsSelectionVisRep({point}, ZYLTPVisualizationOptions::AllAxes,
+                                                    manager->GetCurrentOptions(), 1);
+    }
     ZYLVisVirtualObject *CreatePointMarker(const ZYLTPOffPartPoint *point) const;
     void RemovePointMarkers();
     void RefreshLinkGraphics();
@@ -112,7 +118,7 @@ struct ZYLTPEditLinkingPointsWidget::Data {
     QList<const ZYLTPOffPartPoint *> GetSelectedPointsForEdit();
     void Insert(bool before);
     // Runs a group of edits of the custom link as one and reports a refusal of the model.
-    bool Edit(const QString &name, const std::function<void()> &edits);
+    void Edit(const QString &name, const std::function<void()> &edits);
 };
 
 ZYLVisVirtualObject *ZYLTPEditLinkingPointsWidget::Data::CreatePointMarker(const ZYLTPOffPartPoint *point) const {
@@ -120,8 +126,7 @@ ZYLVisVirtualObject *ZYLTPEditLinkingPointsWidget::Data::CreatePointMarker(const
     if (!environment || !manager)
         return nullptr;
     auto *marker = new ZYLVisVirtualObject(environment);
-    marker->SetRep(manager->CreatePointsSelectionVisRep({point}, ZYLTPVisualizationOptions::AllAxes,
-                                                        manager->GetCurrentOptions(), 1));
+    marker->SetRep(MarkerRep(point));
     marker->SetSelectability(true);
     environment->AddVirtualObject(marker);
     return marker;
@@ -180,8 +185,7 @@ void ZYLTPEditLinkingPointsWidget::Data::RefreshLinkGraphics() {
             if (marker.object && point == gizmoPoint)
                 marker.object->SetVisibility(false);
         } else if (marker.frame != frame) {
-            marker.object->SetRep(manager->CreatePointsSelectionVisRep({point}, ZYLTPVisualizationOptions::AllAxes,
-                                                                       manager->GetCurrentOptions(), 1));
+            marker.object->SetRep(MarkerRep(point));
         }
         marker.frame = frame;
     }
@@ -274,14 +278,12 @@ QList<const ZYLTPOffPartPoint *> ZYLTPEditLinkingPointsWidget::Data::GetSelected
     return selected;
 }
 
-bool ZYLTPEditLinkingPointsWidget::Data::Edit(const QString &name, const std::function<void()> &edits) {
+void ZYLTPEditLinkingPointsWidget::Data::Edit(const QString &name, const std::function<void()> &edits) {
     try {
         ZYLTPLinkEdit::Run(name, edits);
-        return true;
     } catch (const ZYLSysException &error) {
         QMessageBox::critical(q, tr("Error"), error.GetMessage());
     }
-    return false;
 }
 
 void ZYLTPEditLinkingPointsWidget::Data::Insert(bool before) {
