@@ -14,15 +14,6 @@
 #include <QMessageBox>
 #include <QTimer>
 
-namespace {
-
-ZYLVisEnvironment *EditEnvironment() {
-    ZYLEditTPGraphicsMgr *manager = ZYLEditTPGraphicsMgr::GetManager();
-    return manager ? manager->GetEditToolPathVisEnvironment() : nullptr;
-}
-
-} // namespace
-
 ZYLTPEditLinkingPointsCmd::ZYLTPEditLinkingPointsCmd(QObject *parent)
     : ZYLCmdDialogCommand(parent, CancelWhenInterrupted, OwnTransaction) {
     SetDialogShowDelay(NeverShow);
@@ -32,7 +23,7 @@ ZYLTPEditLinkingPointsCmd::~ZYLTPEditLinkingPointsCmd() = default;
 
 void ZYLTPEditLinkingPointsCmd::GainFocus() {
     ShowLinksGraphics();
-    if (ZYLVisEnvironment *environment = EditEnvironment()) {
+    if (ZYLVisEnvironment *environment = ZYLTPLinkEdit::GetEditEnvironment()) {
         connect(environment, &ZYLVisEnvironment::VisualizationSelectionChanged, this,
                 &ZYLTPEditLinkingPointsCmd::OnVisualizationSelectionChanged, Qt::UniqueConnection);
         environment->SetSelectionFilter(new ZYLVisFunctionFilter(true, [](const ZYLVisObject *) { return true; }));
@@ -47,7 +38,7 @@ void ZYLTPEditLinkingPointsCmd::GainFocus() {
 bool ZYLTPEditLinkingPointsCmd::Cleanup() {
     // After a cancel the edited link may be gone with the rollback; the rebuild below changes
     // the 3-D selection, which neither the command nor the panel may follow any more.
-    if (ZYLVisEnvironment *environment = EditEnvironment())
+    if (ZYLVisEnvironment *environment = ZYLTPLinkEdit::GetEditEnvironment())
         disconnect(environment, nullptr, this, nullptr);
     if (auto *widget = qobject_cast<ZYLTPEditLinkingPointsWidget *>(GetContentWidget()))
         widget->Detach();
@@ -78,7 +69,7 @@ void ZYLTPEditLinkingPointsCmd::RestoreGraphics() {
 
 void ZYLTPEditLinkingPointsCmd::OnVisualizationSelectionChanged(const QSet<ZYLVisObject *> &,
                                                                 const QSet<ZYLVisObject *> &) {
-    ZYLVisEnvironment *environment = EditEnvironment();
+    ZYLVisEnvironment *environment = ZYLTPLinkEdit::GetEditEnvironment();
     ZYLEditTPGraphicsMgr *manager = ZYLEditTPGraphicsMgr::GetManager();
     if (!environment || !manager)
         return;

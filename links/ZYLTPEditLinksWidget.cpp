@@ -38,10 +38,6 @@ ZYLEditTPGraphicsMgr *Manager() {
     return ZYLEditTPGraphicsMgr::GetManager();
 }
 
-ZYLVisEnvironment *EditEnvironment() {
-    ZYLEditTPGraphicsMgr *manager = Manager();
-    return manager ? manager->GetEditToolPathVisEnvironment() : nullptr;
-}
 
 // The parent of the panel's message boxes: the frame the host shows the panel in.
 QWidget *DialogWidget() {
@@ -87,7 +83,8 @@ struct ZYLTPEditLinksWidget::Data {
     void ApplyRapidDistances(QDoubleSpinBox *field);
 
     void ConnectScene() {
-        ZYLTPLinkEdit::Reconnect(sceneConnection, EditEnvironment(), &ZYLVisEnvironment::VisualizationSelectionChanged, q,
+        ZYLTPLinkEdit::Reconnect(sceneConnection, ZYLTPLinkEdit::GetEditEnvironment(),
+                                 &ZYLVisEnvironment::VisualizationSelectionChanged, q,
                                  &ZYLTPEditLinksWidget::OnVisualizationSelectionChanged);
     }
     void ConnectList() {
@@ -230,7 +227,7 @@ void ZYLTPEditLinksWidget::Data::ApplyRapidDistances(QDoubleSpinBox *field) {
     if (selected.isEmpty() || !ValidateInputValue(selected.last(), field))
         return;
     ZYLEditTPGraphicsMgr *manager = Manager();
-    const ZYLVisEnvironmentBatchContext batch(EditEnvironment());
+    const ZYLVisEnvironmentBatchContext batch(ZYLTPLinkEdit::GetEditEnvironment());
     const double approach = ui.doubleSpinBox_RapidApproachDis->value();
     const double retract = ui.doubleSpinBox_RapidRetractDis->value();
     QList<ZYLTPLinearCourseLink *> straights;
@@ -268,7 +265,7 @@ void ZYLTPEditLinksWidget::Data::ApplyOffPartMotionModel() {
     SetRapidFieldsEnabled(strategy == ZYLTPCourseLink::Linear);
 
     ZYLEditTPGraphicsMgr *manager = Manager();
-    ZYLVisEnvironment *environment = EditEnvironment();
+    ZYLVisEnvironment *environment = ZYLTPLinkEdit::GetEditEnvironment();
     const ZYLVisEnvironmentBatchContext batch(environment);
     struct Replacement {
         const ZYLTPCourseLink *old;
@@ -347,7 +344,7 @@ ZYLTPEditLinksWidget::ZYLTPEditLinksWidget(QWidget *parent)
 
     d->FillLinksList();
 
-    if (ZYLVisEnvironment *environment = EditEnvironment()) {
+    if (ZYLVisEnvironment *environment = ZYLTPLinkEdit::GetEditEnvironment()) {
         environment->SetSelectionFilter(new ZYLVisFunctionFilter(true, [](const ZYLVisObject *) { return true; }));
         environment->SetVisualizationSelection({});
         environment->SetPreSelectedObjects({});
@@ -399,7 +396,7 @@ void ZYLTPEditLinksWidget::OnDeselectAllButtonClicked() {
 
 void ZYLTPEditLinksWidget::OnVisualizationSelectionChanged(const QSet<ZYLVisObject *> &selected,
                                                            const QSet<ZYLVisObject *> &deselected) {
-    ZYLVisEnvironment *environment = EditEnvironment();
+    ZYLVisEnvironment *environment = ZYLTPLinkEdit::GetEditEnvironment();
     if ((selected.isEmpty() && deselected.isEmpty()) || !environment)
         return;
     const QSet<ZYLVisObject *> selection = environment->GetVisualizationSelection();
@@ -422,7 +419,7 @@ void ZYLTPEditLinksWidget::OnVisualizationSelectionChanged(const QSet<ZYLVisObje
 }
 
 void ZYLTPEditLinksWidget::OnLinkListSelectionChanged(const QItemSelection &, const QItemSelection &) {
-    ZYLVisEnvironment *environment = EditEnvironment();
+    ZYLVisEnvironment *environment = ZYLTPLinkEdit::GetEditEnvironment();
     if (environment) {
         disconnect(d->sceneConnection);
         environment->SetVisualizationSelection({});
