@@ -11,10 +11,9 @@
 ///
 /// Exported, with its meta-object, for the modules that build on this one.
 ///
-/// Its panel and behaviour come with a later version of the module. Until then
-/// `CreateContentWidget` gives a panel that names the command and says that the editor is not
-/// available in this build, and the command leaves the model as it is, whether it is accepted
-/// or cancelled.
+/// While it runs the 3-D view shows only the course links, which can be picked; its panel
+/// (`ZYLTPEditLinksWidget`) edits the selected links at once, except for their point detail,
+/// which is set when the command is accepted.
 ///
 /// The controller creates an instance through the invokable constructor each time the action
 /// "ZYLTPEditLinksCmd.Edit" is triggered; it runs in a transaction of its own and is cancelled
@@ -27,8 +26,21 @@ public:
     Q_INVOKABLE explicit ZYLTPEditLinksCmd(QObject *parent);
     ~ZYLTPEditLinksCmd() override;
 
-    /// Returns a new panel for the command, created with `parent`.
+    /// Shows the links display, then gains focus as every command does.
+    void GainFocus() override;
+    /// Sets the panel's point detail on the links selected in it, then commits.
+    void Commit() override;
+    /// Restores the display of the current view modes, then cleans up as every command does.
+    bool Cleanup() override;
+    /// Returns a new `ZYLTPEditLinksWidget` created with `parent`.
     QWidget *CreateContentWidget(QWidget *parent) override;
+
+protected:
+    /// Rebuilds the tool path nodes with the links display options (links without their
+    /// points, laying detail off) and makes the course link nodes selectable.
+    void ShowLinksGraphics();
+    /// Rebuilds the tool path nodes with the current options.
+    void RestoreGraphics();
 
 private:
     // Registers the class with the command controller while the module is loaded; defined

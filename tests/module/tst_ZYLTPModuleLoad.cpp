@@ -307,7 +307,7 @@ void tst_ZYLTPModuleLoad::dialogCommandShowsAnHonestPanel_data() {
     QTest::addColumn<int>("button");
     // Commands whose real panel is built are tested with their panels.
     const QList<QByteArray> realPanels{"ZYLTPCollisionInspectorCmd", "ZYLTPContextualViewCmd", "ZYLTPDetailedInfoCmd",
-                                      "ZYLTPEditCourseCmd"};
+                                      "ZYLTPEditCourseCmd", "ZYLTPEditLinkingPointsCmd", "ZYLTPEditLinksCmd"};
     for (const CommandClass &commandClass : CommandClasses()) {
         if (!commandClass.hasPanel || realPanels.contains(commandClass.name))
             continue;
