@@ -1,0 +1,221 @@
+// SPDX-License-Identifier: LicenseRef-ZYL-Proprietary
+// The laying points panel as a user drives it: pick a course in the 3-D view, select points
+// in the list or by clicks, edit tilts and tow feed, then OK, Cancel or Undo.
+#include "ZYLTPPanelTestHost.h"
+
+#include "ZYLEditTPGraphicsMgr.h"
+
+#include "ZYLTPCourse.h"
+#include "ZYLTPOnPartPoint.h"
+#include "ZYLTPOnPartTrajectory.h"
+#include "ZYLTPProgram.h"
+#include "ZYLTPRollLayupProcedure.h"
+#include "ZYLTPTowTrajectory.h"
+
+#include "ZYLCmdDialogCommand.h"
+#include "ZYLFeatContainer.h"
+#include "ZYLMathVector.h"
+
+#include <QCheckBox>
+#include <QDoubleSpinBox>
+#include <QPushButton>
+#include <QTableWidget>
+#include <QTest>
+
+class tst_ZYLTPEditLayingPoints : public QObject {
+    Q_OBJECT
+
+    ZYLTPPanelTestHost m_host;
+    const ZYLTPCourse *m_course = nullptr;
+
+    template<class T>
+    T *Control(const char *name) const {
+        T *control = m_host.GetPanel() ? m_host.GetPanel()->findChild<T *>(QLatin1String(name)) : nullptr;
+        if (!control)
+            qFatal("no control %s", name);
+        return control;
+    }
+    QTableWidget *Points() const { return Control<QTableWidget>("listWidget"); }
+    QTableWidget *Tows() const { return Control<QTableWidget>("tableWidgetTows"); }
+
+    static QList<int> SelectedRows(const QTableWidget *table) {
+        QList<int> rows;
+        for (const QModelIndex &index : table->selectionModel()->selectedRows())
+            rows.append(index.row());
+        std::sort(rows.begin(), rows.end());
+        return rows;
+    }
+    static void Select(QTableWidget *table, const QList<int> &rows) {
+        table->clearSelection();
+        for (int row : rows)
+            table->selectionModel()->select(table->model()->index(row, 0),
+                                            QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    }
+    static void Finish(QDoubleSpinBox *box, double value) {
+        box->setValue(value);
+        QMetaObject::invokeMethod(box, "editingFinished");
+    }
+    int Middle() const { return m_course->GetNumPoints() / 2; }
+    const ZYLTPOnPartTrajectory *Trajectory(int point) const { return m_course->GetTrajectoryOfPoint(point); }
+
+    // Starts the command and picks `m_course` in the 3-D view; true once its points are listed.
+    bool Open() {
+        if (!m_host.Trigger("ZYLTPEditCourseLayingPointsCmd.Edit"))
+            return false;
+        m_host.ClickAt(m_course->GetPoint(m_course->GetNumPoints() / 2)->GetTipPoint());
+        return QTest::qWaitFor([this] { return m_host.GetButton(QDialogButtonBox::Ok) != nullptr; }, 2000) &&
+               Points()->rowCount() == m_course->GetNumPoints();
+    }
+
+private slots:
+    void initTestCase() {
+        QVERIFY2(m_host.Start() && m_host.OpenDemo(), qPrintable(m_host.GetError()));
+        for (int i = 0; !m_course && i < m_host.GetProgram()->GetNumProcedures(); ++i)
+            if (const auto *layup = qobject_cast<const ZYLTPRollLayupProcedure *>(m_host.GetProgram()->GetProcedure(i)))
+                m_course = layup->GetCourseByIndex(layup->GetNumCourses() / 2);
+        QVERIFY(m_course && m_course->GetNumPoints() > 12);
+    }
+
+    void cleanup() {
+        m_host.Press(QDialogButtonBox::Cancel);
+        m_host.GetManager()->SetFeedTowsIndividually(true);
+        m_host.GetManager()->SetFeedTowsAtSeparateRates(false);
+    }
+
+    void pickAwayFromCoursesKeepsPanelHidden() {
+        QVERIFY(m_host.Trigger("ZYLTPEditCourseLayingPointsCmd.Edit"));
+        m_host.ClickAt(ZYLMathPoint(-5000.0, -5000.0, 0.0));
+        QTest::qWait(20);
+        QVERIFY(!m_host.GetButton(QDialogButtonBox::Ok));
+        m_host.ClickAt(m_course->GetPoint(3)->GetTipPoint());
+        QTRY_VERIFY(m_host.GetButton(QDialogButtonBox::Ok));
+        QCOMPARE(Points()->item(m_course->GetNumPoints() - 1, 0)->text(),
+                 QStringLiteral("Point.%1").arg(m_course->GetNumPoints()));
+    }
+
+    void clicksToggleNearestPoint() {
+        QVERIFY(Open());
+        const ZYLMathPoint tip = m_course->GetPoint(6)->GetTipPoint();
+        for (const QList<int> &expected : {QList<int>{}, QList<int>{6}, QList<int>{}}) {
+            m_host.ClickAt(tip + ZYLMathVector(0.3, 0.0, 0.0));
+            QCOMPARE(SelectedRows(Points()), expected);
+        }
+    }
+
+    void tiltOverSelectedRanges_data() {
+        QTest::addColumn<QList<int>>("rows");
+        QTest::addColumn<QList<int>>("changed");
+        QTest::newRow("rows 3-5 and 8") << QList<int>{2, 3, 4, 7} << QList<int>{2, 3, 4, 7};
+        QTest::newRow("run to the end") << QList<int>{-3, -2, -1} << QList<int>{-3, -2};
+        QTest::newRow("last row alone") << QList<int>{-1} << QList<int>{};
+    }
+    void tiltOverSelectedRanges() {
+        QFETCH(QList<int>, rows);
+        QFETCH(QList<int>, changed);
+        QVERIFY(Open());
+        const int n = m_course->GetNumPoints();
+        auto wrap = [n](QList<int> list) {
+            for (int &row : list)
+                row = row < 0 ? n + row : row;
+            return list;
+        };
+        rows = wrap(rows);
+        changed = wrap(changed);
+        Select(Points(), rows);
+        const double side = Trajectory(rows.first())->GetSideTilt();
+        Control<QCheckBox>("checkBoxForwardTilt")->setChecked(true);
+        Finish(Control<QDoubleSpinBox>("doubleSpinBoxForwardTilt"), 0.25);
+        for (int point = 0; point < n; ++point) {
+            QCOMPARE(Trajectory(point)->GetForwardTilt() == 0.25, changed.contains(point));
+            if (changed.contains(point))
+                QCOMPARE(Trajectory(point)->GetSideTilt(), side);
+        }
+        QCOMPARE(SelectedRows(Points()), rows);
+        if (!changed.isEmpty())
+            QVERIFY(Points()->item(changed.first(), 1)->text().startsWith(QStringLiteral("14.32")));
+    }
+
+    void towSelectionButtons_data() {
+        QTest::addColumn<QStringList>("buttons");
+        QTest::addColumn<QList<int>>("rows");
+        QTest::newRow("odd") << QStringList{"pushButtonSelectOddTows"} << QList<int>{0, 2, 4, 6};
+        QTest::newRow("even") << QStringList{"pushButtonSelectEvenTows"} << QList<int>{1, 3, 5, 7};
+        QTest::newRow("odd inverted") << QStringList{"pushButtonSelectOddTows", "pushButtonSelectInvertTows"}
+                                      << QList<int>{1, 3, 5, 7};
+        QTest::newRow("all then none") << QStringList{"pushButtonSelectAllTows", "pushButtonSelectNoneTows"}
+                                       << QList<int>{};
+        QTest::newRow("feed off") << QStringList{"pushButtonSelectFeedOffTows"} << QList<int>{0, 1, 2, 3, 4, 5, 6, 7};
+        QTest::newRow("feed on") << QStringList{"pushButtonSelectFeedOnTows"} << QList<int>{};
+    }
+    void towSelectionButtons() {
+        QFETCH(QStringList, buttons);
+        QFETCH(QList<int>, rows);
+        QVERIFY(Open());
+        Select(Points(), {Middle()});
+        QCOMPARE(Tows()->rowCount(), 8);
+        QCOMPARE(Tows()->item(7, 0)->text(), QStringLiteral("8"));
+        for (const QString &button : buttons)
+            Control<QPushButton>(qPrintable(button))->click();
+        QCOMPARE(SelectedRows(Tows()), rows);
+    }
+
+    void feedOnAndRatio_data() {
+        QTest::addColumn<bool>("individually");
+        QTest::addColumn<bool>("separateRates");
+        QTest::addColumn<QList<int>>("forced");
+        QTest::addColumn<QList<int>>("slowed");
+        const QList<int> all{0, 1, 2, 3, 4, 5, 6, 7};
+        QTest::newRow("feed by tow") << true << false << QList<int>{2} << all;
+        QTest::newRow("feed and rate by tow") << true << true << QList<int>{2} << QList<int>{2};
+        QTest::newRow("all tows together") << false << true << all << all;
+    }
+    void feedOnAndRatio() {
+        QFETCH(bool, individually);
+        QFETCH(bool, separateRates);
+        QFETCH(QList<int>, forced);
+        QFETCH(QList<int>, slowed);
+        m_host.GetManager()->SetFeedTowsIndividually(individually);
+        m_host.GetManager()->SetFeedTowsAtSeparateRates(separateRates);
+        QVERIFY(Open());
+        const int m = Middle();
+        Select(Points(), {m - 1, m, m + 1});
+        Select(Tows(), {2});
+        Control<QCheckBox>("checkBoxTowForceFeed")->setChecked(true);
+        Finish(Control<QDoubleSpinBox>("doubleSpinBoxTowForceFeedRate"), 75.0);
+        const auto *tows = qobject_cast<const ZYLTPTowTrajectory *>(Trajectory(m));
+        QVERIFY(tows);
+        for (int tow = 0; tow < 8; ++tow) {
+            QCOMPARE(tows->GetForcedMask().IsEnabled(tow), forced.contains(tow));
+            QCOMPARE(tows->GetForcedRates().at(tow), slowed.contains(tow) ? 0.75 : 1.0);
+        }
+        QVERIFY(!qobject_cast<const ZYLTPTowTrajectory *>(Trajectory(m + 3))->GetForcedMask().IsEnabled(2));
+        QCOMPARE(Tows()->item(2, 1)->text(), QStringLiteral("ON"));
+        QCOMPARE(SelectedRows(Tows()), QList<int>{2});
+    }
+
+    void cancelAndUndoRestoreTheFile_data() {
+        QTest::addColumn<bool>("accept");
+        QTest::newRow("cancel") << false;
+        QTest::newRow("ok then undo") << true;
+    }
+    void cancelAndUndoRestoreTheFile() {
+        QFETCH(bool, accept);
+        const QByteArray before = m_host.Serialize();
+        QVERIFY(Open());
+        Select(Points(), {3, 4, 9});
+        Control<QCheckBox>("checkBoxSideTilt")->setChecked(true);
+        Finish(Control<QDoubleSpinBox>("doubleSpinBoxSideTilt"), -0.3);
+        Select(Tows(), {0});
+        Control<QCheckBox>("checkBoxTowForceFeed")->setChecked(true);
+        QVERIFY(m_host.Serialize() != before);
+        QVERIFY(m_host.Press(accept ? QDialogButtonBox::Ok : QDialogButtonBox::Cancel));
+        if (accept) {
+            QVERIFY(m_host.Serialize() != before);
+            m_host.GetContainer()->Undo();
+        }
+        QCOMPARE(m_host.Serialize(), before);
+    }
+};
+
+QTEST_MAIN(tst_ZYLTPEditLayingPoints)
+#include "tst_ZYLTPEditLayingPoints.moc"
