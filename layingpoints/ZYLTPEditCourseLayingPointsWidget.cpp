@@ -172,6 +172,8 @@ struct ZYLTPEditCourseLayingPointsWidget::Data {
 ZYLTPEditCourseLayingPointsWidget::ZYLTPEditCourseLayingPointsWidget(ZYLVisEnvironment *environment, QWidget *parent)
     : QMainWindow(parent), d(std::make_unique<Data>()) {
     d->environment = environment;
+    // A main window (for its tool bar) that lives inside the command frame, not beside it.
+    setWindowFlag(Qt::Window, false);
     d->ui.setupUi(this);
     ZYLSysResourceManager::ResolveStyleSheetImage(d->ui.Button_Graph, QStringLiteral("@@@unchecked-image@@@"),
                                                   QStringLiteral("button-collapse-right"));
