@@ -717,6 +717,10 @@ void ZYLTPEditCourseLayingPointsWidget::OnTowSelectInvertButtonClicked() {
 void ZYLTPEditCourseLayingPointsWidget::OnTowItemSelectionChanged() {
     if (ZYLEditValueContext::IsInEditContext())
         return;
+    ShowFirstSelectedTow();
+}
+
+void ZYLTPEditCourseLayingPointsWidget::ShowFirstSelectedTow() {
     ZYLEditValueContext context;
     const QList<int> rows = SelectedRowNumbers(d->ui.tableWidgetTows);
     const int tow = rows.isEmpty() ? -1 : TowIndexOfRow(rows.first());
@@ -814,6 +818,8 @@ void ZYLTPEditCourseLayingPointsWidget::ApplyPinchState() {
     FillPointList(true);
     LoadTowState();
     FillTowTable(true);
+    // After a refused edit too, the controls show what the model holds.
+    ShowFirstSelectedTow();
     RefreshGraphs();
 }
 

@@ -113,6 +113,7 @@ private:
     void FillTowTable(bool keepSelection);
     void SetTowRowSelected(int row, bool selected);
     int TowIndexOfRow(int row) const;
+    void ShowFirstSelectedTow();
     void SelectTowRows(const std::function<bool(int row)> &select);
     void ApplyPinchState();
     void RefreshGraphs();
