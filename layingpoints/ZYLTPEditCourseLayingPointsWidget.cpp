@@ -767,18 +767,14 @@ void ZYLTPEditCourseLayingPointsWidget::OnForceFeedRateChanged() {
 void ZYLTPEditCourseLayingPointsWidget::ApplyPinchState() {
     if (!d->course)
         return;
+    // The rows' ranges as points; a range open at the end of the list ends at the roll-out
+    // point, which is the last row.
     QList<const ZYLTPPoint *> starts, ends;
-    const QList<bool> flags = SelectedRowFlags(d->ui.listWidget);
-    bool open = false;
-    for (int row = 0; row < flags.size() && row < d->points.size(); ++row) {
-        if (flags[row] && !open)
-            starts.append(d->points[row]);
-        else if (!flags[row] && open)
-            ends.append(d->points[row]);
-        open = flags[row];
-    }
-    if (open)
-        ends.append(d->course->GetRollOutPoint());
+    const auto [startRows, endRows] = SelectedRanges();
+    for (int row : startRows)
+        starts.append(d->points.value(row));
+    for (int row : endRows)
+        ends.append(row == d->points.size() - 1 ? d->course->GetRollOutPoint() : d->points.value(row));
 
     RunEdit([&] {
         if (starts.size() != ends.size())
