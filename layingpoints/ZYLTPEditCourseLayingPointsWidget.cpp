@@ -4,6 +4,8 @@
 #include "ui_ZYLTPEditCourseLayingPointsWidget.h"
 
 #include "ZYLEditTPGraphicsMgr.h"
+#include "ZYLTPTiltGraphPoints.h"
+#include "ZYLTPTiltGraphVerticalAxis.h"
 
 #include "ZYLTPCourse.h"
 #include "ZYLTPOnPartPoint.h"
@@ -11,6 +13,9 @@
 #include "ZYLTPTowCourse.h"
 #include "ZYLTPTowPoint.h"
 #include "ZYLTPTowTrajectory.h"
+#include "ZYLTPMachineConfiguration.h"
+#include "ZYLTPRoller.h"
+#include "ZYLTPVisRepFactory.h"
 #include "ZYLTPVisualizationOptions.h"
 
 #include "ZYLCmdController.h"
@@ -24,11 +29,13 @@
 #include "ZYLMathLine.h"
 #include "ZYLSysException.h"
 #include "ZYLSysLocalizationManager.h"
+#include "ZYLSysMessageQueue.h"
 #include "ZYLSysOutOfBoundsException.h"
 #include "ZYLSysResourceManager.h"
 #include "ZYLSysValue.h"
 #include "ZYLVisEnvironment.h"
 #include "ZYLVisEnvironmentBatchContext.h"
+#include "ZYLVisRepSet.h"
 #include "ZYLVisVirtualObject.h"
 
 #include <QGraphicsScene>
@@ -38,6 +45,7 @@
 #include <QPointer>
 
 #include <array>
+#include <tuple>
 
 namespace {
 
@@ -159,6 +167,10 @@ struct ZYLTPEditCourseLayingPointsWidget::Data {
     bool firstClickSeen = false;
     QGraphicsScene forwardScene;
     QGraphicsScene sideScene;
+    ZYLTPTiltGraphVerticalAxis *forwardAxis = nullptr;
+    ZYLTPTiltGraphVerticalAxis *sideAxis = nullptr;
+    ZYLTPTiltGraphPoints *forwardPoints = nullptr;
+    ZYLTPTiltGraphPoints *sidePoints = nullptr;
     QList<ZYLEditTPGraphicsMgr::CollisionPoint> collisionPoints;
     QList<bool> collisionFlags;
 
@@ -272,8 +284,7 @@ void ZYLTPEditCourseLayingPointsWidget::SetCourse(const ZYLTPCourse *course) {
     if (!course)
         return;
     d->course = course;
-    d->ui.forwardTiltView->SetCourse(course);
-    d->ui.sideTiltView->SetCourse(course);
+    SetupGraphs();
 
     ZYLEditTPGraphicsMgr *manager = Manager();
     d->ui.checkBoxTowAllowChangeInd->setChecked(manager && manager->CanFeedTowsIndividually());
@@ -454,6 +465,7 @@ void ZYLTPEditCourseLayingPointsWidget::SelectPointRows(int first, int last) {
         ZYLEditValueContext context;
         table->selectionModel()->select(QItemSelection(table->model()->index(first, 0), table->model()->index(last, 2)),
                                         QItemSelectionModel::ClearAndSelect);
+        table->scrollTo(table->model()->index(first, 0));
     }
     if (outer)
         return;
@@ -821,18 +833,77 @@ void ZYLTPEditCourseLayingPointsWidget::ApplyPinchState() {
 
 // --- Tilt graphs --------------------------------------------------------------------------
 
+void ZYLTPEditCourseLayingPointsWidget::SetupGraphs() {
+    const double length = d->course->GetLength();
+    const std::tuple<QGraphicsScene *, ZYLTPTiltGraphView *, bool> graphs[] = {
+        {&d->forwardScene, d->ui.forwardTiltView, true}, {&d->sideScene, d->ui.sideTiltView, false}};
+    for (const auto &[scene, view, forward] : graphs) {
+        scene->clear();
+        scene->setSceneRect(0.0, -length / 2.0, length, length);
+        view->SetCourse(d->course);
+        auto *axis = new ZYLTPTiltGraphVerticalAxis(d->course, view);
+        axis->setZValue(0.5);
+        scene->addItem(axis);
+        auto *points = new ZYLTPTiltGraphPoints(d->course, view, forward);
+        points->setZValue(1.0);
+        points->SetColor(forward ? QColor(255, 0, 0, 255) : QColor(0, 0, 255, 255));
+        scene->addItem(points);
+        (forward ? d->forwardAxis : d->sideAxis) = axis;
+        (forward ? d->forwardPoints : d->sidePoints) = points;
+    }
+}
+
 void ZYLTPEditCourseLayingPointsWidget::RefreshGraphs() {
+    if (!d->forwardPoints)
+        return;
+    const int yScale = d->ui.spinBoxYScale->value();
+    const auto [starts, ends] = SelectedRanges();
+    for (QGraphicsScene *scene : {&d->forwardScene, &d->sideScene}) {
+        for (QGraphicsItem *item : scene->items()) {
+            if (auto *graphItem = dynamic_cast<ZYLTPTiltGraphBaseItem *>(item)) {
+                graphItem->SetYScale(yScale);
+                graphItem->UpdateLength();
+            }
+        }
+    }
+    for (ZYLTPTiltGraphPoints *points : {d->forwardPoints, d->sidePoints}) {
+        points->SetShowCollisions(d->ui.checkBoxShowPointCollsionDetction->isChecked());
+        points->SetCollisionFlags(d->collisionFlags);
+    }
+    d->ui.forwardTiltView->SetRanges(starts, ends);
+    d->ui.sideTiltView->SetRanges(starts, ends);
     d->forwardScene.invalidate();
     d->sideScene.invalidate();
 }
 
-void ZYLTPEditCourseLayingPointsWidget::OnTiltGraphMouseMoveEvent(QMouseEvent *) {}
+void ZYLTPEditCourseLayingPointsWidget::ForBothGraphs(const std::function<void(ZYLTPTiltGraphView *)> &action) {
+    for (ZYLTPTiltGraphView *view : {d->ui.forwardTiltView, d->ui.sideTiltView})
+        action(view);
+    d->forwardScene.update();
+    d->sideScene.update();
+}
 
-void ZYLTPEditCourseLayingPointsWidget::OnTiltGraphMousePressEvent(QMouseEvent *) {}
+void ZYLTPEditCourseLayingPointsWidget::OnTiltGraphMouseMoveEvent(QMouseEvent *event) {
+    ForBothGraphs([event](ZYLTPTiltGraphView *view) { view->HandleMouseMove(event); });
+}
 
-void ZYLTPEditCourseLayingPointsWidget::OnTiltGraphMouseReleaseEvent(QMouseEvent *) {}
+void ZYLTPEditCourseLayingPointsWidget::OnTiltGraphMousePressEvent(QMouseEvent *event) {
+    ForBothGraphs([event](ZYLTPTiltGraphView *view) { view->HandleMousePress(event); });
+}
 
-void ZYLTPEditCourseLayingPointsWidget::OnTiltGraphMouseDoubleClickEvent(QMouseEvent *) {}
+void ZYLTPEditCourseLayingPointsWidget::OnTiltGraphMouseReleaseEvent(QMouseEvent *event) {
+    ForBothGraphs([event](ZYLTPTiltGraphView *view) { view->HandleMouseRelease(event); });
+}
+
+void ZYLTPEditCourseLayingPointsWidget::OnTiltGraphMouseDoubleClickEvent(QMouseEvent *event) {
+    // The slot's signature is fixed, so the view comes from the sender.
+    const auto *view = qobject_cast<ZYLTPTiltGraphView *>(sender());
+    if (view != d->ui.forwardTiltView && view != d->ui.sideTiltView)
+        return;
+    const int index = view->PointIndexAt(event);
+    if (index >= 0 && index < d->points.size())
+        d->ui.doubleSpinBoxHeadPosition->setValue(index + 1);
+}
 
 void ZYLTPEditCourseLayingPointsWidget::OnTiltPreviewSelectionChanged(int start, int end) {
     const int lo = std::min(start, end);
@@ -843,15 +914,25 @@ void ZYLTPEditCourseLayingPointsWidget::OnTiltPreviewSelectionChanged(int start,
     SelectPointRows(lo, hi);
 }
 
-void ZYLTPEditCourseLayingPointsWidget::OnTiltZoomIn() {}
+void ZYLTPEditCourseLayingPointsWidget::OnTiltZoomIn() {
+    ForBothGraphs([](ZYLTPTiltGraphView *view) { view->ZoomIn(); });
+}
 
-void ZYLTPEditCourseLayingPointsWidget::OnTiltZoomOut() {}
+void ZYLTPEditCourseLayingPointsWidget::OnTiltZoomOut() {
+    ForBothGraphs([](ZYLTPTiltGraphView *view) { view->ZoomOut(); });
+}
 
-void ZYLTPEditCourseLayingPointsWidget::OnTitlZoomAll() {}
+void ZYLTPEditCourseLayingPointsWidget::OnTitlZoomAll() {
+    ForBothGraphs([](ZYLTPTiltGraphView *view) { view->ZoomAll(); });
+}
 
-void ZYLTPEditCourseLayingPointsWidget::OnTiltShiftLeft() {}
+void ZYLTPEditCourseLayingPointsWidget::OnTiltShiftLeft() {
+    ForBothGraphs([](ZYLTPTiltGraphView *view) { view->ShiftLeft(); });
+}
 
-void ZYLTPEditCourseLayingPointsWidget::OnTiltShiftRight() {}
+void ZYLTPEditCourseLayingPointsWidget::OnTiltShiftRight() {
+    ForBothGraphs([](ZYLTPTiltGraphView *view) { view->ShiftRight(); });
+}
 
 void ZYLTPEditCourseLayingPointsWidget::OnTiltYScaleChanged(int) {
     RefreshGraphs();
@@ -861,20 +942,139 @@ void ZYLTPEditCourseLayingPointsWidget::OnTiltYScaleChanged(int) {
 
 void ZYLTPEditCourseLayingPointsWidget::DetectCollisions() {
     d->collisionFlags.clear();
+    const ZYLGeoSurface *surface = Manager() ? Manager()->GetUpdatedSurface() : nullptr;
+    if (!d->ui.checkBoxShowPointCollsionDetction->isChecked() || d->collisionPoints.isEmpty() || !surface)
+        return;
+    const bool direction = !Manager()->GetLayupDirection();
+    const double tolerance = d->ui.doubleSpinBoxCollisionDetectionTol->value();
+    d->collisionFlags.reserve(d->points.size());
+    for (const ZYLTPPoint *point : d->points) {
+        const auto *onPart = qobject_cast<const ZYLTPOnPartPoint *>(point);
+        bool collides = false;
+        try {
+            collides = onPart && onPart->DetectCollision(surface, direction, tolerance, d->collisionPoints);
+        } catch (const ZYLSysException &) {
+            // A point the check fails on is shown as not colliding; the others still count.
+        }
+        d->collisionFlags.append(collides);
+    }
 }
-
-void ZYLTPEditCourseLayingPointsWidget::UpdateHead() {}
-
-void ZYLTPEditCourseLayingPointsWidget::OnUpdateCollisionClicked() {}
 
 void ZYLTPEditCourseLayingPointsWidget::OnShowCollisionButtonClicked() {
-    d->ui.doubleSpinBoxCollisionDetectionTol->setEnabled(d->ui.checkBoxShowPointCollsionDetction->isChecked());
+    const bool show = d->ui.checkBoxShowPointCollsionDetction->isChecked();
+    if (show)
+        DetectCollisions();
+    d->ui.doubleSpinBoxCollisionDetectionTol->setEnabled(show);
+    RefreshGraphs();
 }
 
-void ZYLTPEditCourseLayingPointsWidget::OnUpdateCollisonToleranceValueChanged() {}
+void ZYLTPEditCourseLayingPointsWidget::OnUpdateCollisonToleranceValueChanged() {
+    DetectCollisions();
+    RefreshGraphs();
+}
 
-void ZYLTPEditCourseLayingPointsWidget::OnCenterOnHeadPosition() {}
+void ZYLTPEditCourseLayingPointsWidget::OnUpdateCollisionClicked() {
+    if (!d->course)
+        return;
+    const auto [starts, ends] = SelectedRanges();
+    const ZYLGeoSurface *surface = Manager() ? Manager()->GetUpdatedSurface() : nullptr;
+    if (starts.isEmpty() || d->collisionPoints.isEmpty() || !surface)
+        return;
+    auto *course = const_cast<ZYLTPCourse *>(d->course);
+    QWidget *parent = ZYLCmdController::GetController()->GetDialogHandler()->GetWidget();
+    try {
+        if (starts.size() != ends.size())
+            throw ZYLSysException(tr("The length of start and end range are not equal"));
+        ZYLFeatEnvironment *environment = ZYLFeatEnvironmentManager::GetManager()->GetCurrentEnvironment();
+        ZYLFeatTransactionContext transaction(environment ? environment->GetContainer() : nullptr,
+                                              tr("Execute Collision"), false,
+                                              ZYLFeatTransactionContext::UpdateDisplayAtEnd);
+        ZYLSysMessageQueue queue;
+        const bool direction = !Manager()->GetLayupDirection();
+        const double distance = d->ui.doubleSpinBoxCollisionAvoidance->value();
+        for (int k = 0; k < starts.size(); ++k) {
+            const ZYLTPOnPartPoint *start = course->GetPoint(starts[k]);
+            const ZYLTPOnPartPoint *end = course->GetPoint(ends[k]);
+            if (start && end)
+                course->AvoidCollisions(surface, direction, distance, d->collisionPoints, start, end);
+        }
+        const auto messages = queue.GetMessages();
+        const bool failed = std::any_of(messages.begin(), messages.end(), [](const auto &m) { return m.second == 2; });
+        if (failed)
+            QMessageBox::critical(parent, tr("Laying Points"), tr("Update collision failed."), QMessageBox::Ok);
+        else
+            transaction.FlagComplete();
+    } catch (const ZYLSysException &exception) {
+        QMessageBox::critical(parent, tr("Laying Points"), exception.GetMessage());
+    }
+    ZYLEditValueContext context;
+    ReloadPoints();
+    FillPointList(true);
+    {
+        ZYLVisEnvironmentBatchContext batch(d->environment);
+        UpdatePointGraphics();
+    }
+    RefreshGraphs();
+}
 
-void ZYLTPEditCourseLayingPointsWidget::OnShowHeadButtonChecked() {}
+void ZYLTPEditCourseLayingPointsWidget::UpdateHead() {
+    ZYLEditTPGraphicsMgr *manager = Manager();
+    if (!d->environment || !manager || !d->forwardAxis)
+        return;
+    ZYLVisEnvironmentBatchContext batch(d->environment);
+    const int p = d->ui.doubleSpinBoxHeadPosition->value() - 1;
+    const bool show = d->ui.checkBoxShowHead->isChecked();
+    if (d->ui.checkBoxCenterOnHeadPosition->isChecked()) {
+        d->ui.forwardTiltView->CenterOn(p);
+        d->ui.sideTiltView->CenterOn(p);
+    }
+    d->forwardAxis->SetHeadIndex(p);
+    d->sideAxis->SetHeadIndex(p);
+    d->forwardScene.update();
+    d->sideScene.update();
+    manager->SetMachineHeadVisibility(show);
+    const ZYLTPPoint *point = d->points.value(p);
+    const auto rollers = manager->GetRollersVirtualNodes();
+    if (!rollers.isEmpty() && point) {
+        const auto *roller = qobject_cast<const ZYLTPRoller *>(d->course->GetMachineConfiguration().GetTool());
+        const int rollerId = roller && roller->GetId() < rollers.size() ? rollers[roller->GetId()].first : -1;
+        manager->SetRollersVisibility(show, rollerId);
+    }
+    ZYLVisVirtualObject *head = d->objects[HeadObject].get();
+    if (!head)
+        return;
+    if (!show) {
+        head->SetRep(nullptr);
+        return;
+    }
+    manager->SetVirtualObjectPositionByTpPoint(manager->GetMachineHeadVirtualNode(), point);
+    for (const auto &[id, node] : rollers)
+        manager->SetVirtualObjectPositionByTpPoint(node, point);
+    if (!head->GetRep()) {
+        if (d->collisionPoints.isEmpty())
+            return;
+        QList<ZYLVisRep *> reps;
+        for (const auto &[centre, radius] : d->collisionPoints)
+            reps.append(ZYLTPVisRepFactory::CreateCollisionPointRep(centre, radius, 8));
+        head->SetRep(new ZYLVisRepSet(reps));
+    }
+    if (point) {
+        const ZYLMathAxis frame = point->GetAxis(true);
+        head->SetPosition(&frame);
+    }
+}
 
-void ZYLTPEditCourseLayingPointsWidget::OnHeadPositionValueChanged() {}
+void ZYLTPEditCourseLayingPointsWidget::OnCenterOnHeadPosition() {
+    const bool centred = d->ui.checkBoxCenterOnHeadPosition->isChecked();
+    d->ui.pushButtonShiftLeft->setEnabled(!centred);
+    d->ui.pushButtonShiftRight->setEnabled(!centred);
+    UpdateHead();
+}
+
+void ZYLTPEditCourseLayingPointsWidget::OnShowHeadButtonChecked() {
+    UpdateHead();
+}
+
+void ZYLTPEditCourseLayingPointsWidget::OnHeadPositionValueChanged() {
+    UpdateHead();
+}

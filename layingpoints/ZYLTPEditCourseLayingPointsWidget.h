@@ -13,6 +13,7 @@ class ZYLMathPoint;
 class ZYLMathVector;
 class ZYLTPCourse;
 class ZYLTPPoint;
+class ZYLTPTiltGraphView;
 class ZYLVisEnvironment;
 
 // The signals' argument type must be complete where the meta-object is generated.
@@ -116,7 +117,9 @@ private:
     void ShowFirstSelectedTow();
     void SelectTowRows(const std::function<bool(int row)> &select);
     void ApplyPinchState();
+    void SetupGraphs();
     void RefreshGraphs();
+    void ForBothGraphs(const std::function<void(ZYLTPTiltGraphView *)> &action);
     void UpdateHead();
     void DetectCollisions();
     template<class Edit>
