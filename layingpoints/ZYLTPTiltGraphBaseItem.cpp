@@ -41,8 +41,13 @@ QRectF ZYLTPTiltGraphBaseItem::boundingRect() const {
 void ZYLTPTiltGraphBaseItem::paint(QPainter *, const QStyleOptionGraphicsItem *, QWidget *) {}
 
 void ZYLTPTiltGraphBaseItem::UpdateLength() {
+    // Announcing a change that is none would take the item out of the scene's index until
+    // the index catches up.
+    const double length = d->course ? d->course->GetLength() : 0.0;
+    if (length == d->length)
+        return;
     prepareGeometryChange();
-    d->length = d->course ? d->course->GetLength() : 0.0;
+    d->length = length;
 }
 
 void ZYLTPTiltGraphBaseItem::DrawCross(QPainter *painter, const QPointF &centre, double scale) const {
@@ -56,8 +61,8 @@ void ZYLTPTiltGraphBaseItem::SetYScale(int scale) {
         throw ZYLSysOutOfBoundsException(scale, 1, std::numeric_limits<double>::infinity());
     if (scale == d->yScale)
         return;
-    prepareGeometryChange();
     d->yScale = scale;
+    update();
 }
 
 void ZYLTPTiltGraphBaseItem::SetColor(const QColor &color) {

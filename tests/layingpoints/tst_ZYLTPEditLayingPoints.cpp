@@ -16,16 +16,62 @@
 #include "ZYLFeatContainer.h"
 #include "ZYLMathVector.h"
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QDoubleSpinBox>
+#include <QGraphicsView>
+#include <QMessageBox>
+#include <QPaintEngine>
 #include <QPushButton>
+#include <QSpinBox>
 #include <QTableWidget>
 #include <QTest>
+#include <QTimer>
+
+namespace {
+
+// A paint device that records what a graph draws: texts, rectangles and ellipses.
+class Recording : public QPaintDevice, public QPaintEngine {
+public:
+    Recording(QSize size) : QPaintEngine(AllFeatures), m_size(size) {}
+    QStringList texts;
+    int rects = 0;
+    int ellipses = 0;
+
+    QPaintEngine *paintEngine() const override { return const_cast<Recording *>(this); }
+    bool begin(QPaintDevice *) override { return true; }
+    bool end() override { return true; }
+    void updateState(const QPaintEngineState &) override {}
+    void drawPixmap(const QRectF &, const QPixmap &, const QRectF &) override {}
+    void drawPolygon(const QPointF *, int, PolygonDrawMode) override {}
+    void drawTextItem(const QPointF &, const QTextItem &item) override { texts << item.text(); }
+    void drawRects(const QRect *, int count) override { rects += count; }
+    void drawRects(const QRectF *, int count) override { rects += count; }
+    void drawEllipse(const QRectF &) override { ++ellipses; }
+    Type type() const override { return User; }
+
+protected:
+    int metric(PaintDeviceMetric metric) const override {
+        switch (metric) {
+        case PdmWidth: return m_size.width();
+        case PdmHeight: return m_size.height();
+        case PdmDepth: return 32;
+        case PdmDpiX: case PdmDpiY: case PdmPhysicalDpiX: case PdmPhysicalDpiY: return 96;
+        default: return 1;
+        }
+    }
+
+private:
+    QSize m_size;
+};
+
+} // namespace
 
 class tst_ZYLTPEditLayingPoints : public QObject {
     Q_OBJECT
 
     ZYLTPPanelTestHost m_host;
+    const ZYLTPRollLayupProcedure *m_layup = nullptr;
     const ZYLTPCourse *m_course = nullptr;
 
     template<class T>
@@ -58,6 +104,44 @@ class tst_ZYLTPEditLayingPoints : public QObject {
     int Middle() const { return m_course->GetNumPoints() / 2; }
     const ZYLTPOnPartTrajectory *Trajectory(int point) const { return m_course->GetTrajectoryOfPoint(point); }
 
+    QGraphicsView *Graph(bool forward) const { return Control<QGraphicsView>(forward ? "forwardTiltView" : "sideTiltView"); }
+    // Opens the panel with its graph pane laid out.
+    bool OpenGraphs() {
+        if (!Open())
+            return false;
+        Control<QPushButton>("Button_Graph")->setChecked(true);
+        QTest::qWait(20);
+        return true;
+    }
+    double Length(int i) const { return m_course->ComputePointLength(m_course->GetPoint(i)); }
+    // Returns the view position halfway between point i and the one before (beyond the first
+    // or last point with `beyond`).
+    QPoint AtPoint(QGraphicsView *view, int i, double beyond = 0.0) const {
+        const double x = beyond != 0.0 ? Length(i) + beyond : 0.5 * (Length(i) + Length(std::max(i - 1, 0)));
+        return view->mapFromScene(QPointF(x, 0.0)) + QPoint(0, -10);
+    }
+    // Sends a move straight to the view: a test cursor may not move where it already is.
+    static void Move(QGraphicsView *view, const QPoint &position) {
+        QMouseEvent move(QEvent::MouseMove, position, view->viewport()->mapToGlobal(position), Qt::NoButton,
+                         QApplication::mouseButtons(), {});
+        QApplication::sendEvent(view->viewport(), &move);
+    }
+    std::unique_ptr<Recording> Draw(QGraphicsView *view) const {
+        auto recording = std::make_unique<Recording>(view->viewport()->size());
+        QPainter painter(recording.get());
+        view->render(&painter);
+        return recording;
+    }
+    // Answers the next message box with OK and returns its text through `text`.
+    static void AnswerBox(QString *text) {
+        QTimer::singleShot(0, [text] {
+            if (auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget())) {
+                *text = box->text();
+                box->accept();
+            }
+        });
+    }
+
     // Starts the command and picks `m_course` in the 3-D view; true once its points are listed.
     bool Open() {
         if (!m_host.Trigger("ZYLTPEditCourseLayingPointsCmd.Edit"))
@@ -71,8 +155,8 @@ private slots:
     void initTestCase() {
         QVERIFY2(m_host.Start() && m_host.OpenDemo(), qPrintable(m_host.GetError()));
         for (int i = 0; !m_course && i < m_host.GetProgram()->GetNumProcedures(); ++i)
-            if (const auto *layup = qobject_cast<const ZYLTPRollLayupProcedure *>(m_host.GetProgram()->GetProcedure(i)))
-                m_course = layup->GetCourseByIndex(layup->GetNumCourses() / 2);
+            if ((m_layup = qobject_cast<const ZYLTPRollLayupProcedure *>(m_host.GetProgram()->GetProcedure(i))))
+                m_course = m_layup->GetCourseByIndex(m_layup->GetNumCourses() / 2);
         QVERIFY(m_course && m_course->GetNumPoints() > 12);
     }
 
@@ -80,6 +164,7 @@ private slots:
         m_host.Press(QDialogButtonBox::Cancel);
         m_host.GetManager()->SetFeedTowsIndividually(true);
         m_host.GetManager()->SetFeedTowsAtSeparateRates(false);
+        m_course = m_layup->GetCourseByIndex(m_layup->GetNumCourses() / 2);
     }
 
     void pickAwayFromCoursesKeepsPanelHidden() {
@@ -213,6 +298,123 @@ private slots:
             QVERIFY(m_host.Serialize() != before);
             m_host.GetContainer()->Undo();
         }
+        QCOMPARE(m_host.Serialize(), before);
+    }
+    void tickLabelsFollowTheYScale_data() {
+        QTest::addColumn<int>("yScale");
+        QTest::addColumn<int>("step");
+        for (const auto &[scale, step] : {std::pair{1, 20}, {2, 10}, {3, 5}, {4, 5}, {5, 3}})
+            QTest::addRow("y scale %d", scale) << scale << step;
+    }
+    void tickLabelsFollowTheYScale() {
+        QFETCH(int, yScale);
+        QFETCH(int, step);
+        QVERIFY(OpenGraphs());
+        Control<QSpinBox>("spinBoxYScale")->setValue(yScale);
+        QStringList expected;
+        for (int k = 1; k <= 3; ++k)
+            expected << QStringLiteral("%1°").arg(k * step) << QStringLiteral("-%1°").arg(k * step);
+        QStringList labels = Draw(Graph(true))->texts.filter(QStringLiteral("°"));
+        labels.sort();
+        expected.sort();
+        QCOMPARE(labels, expected);
+    }
+
+    void dragSelectsRowsOnce() {
+        QVERIFY(OpenGraphs());
+        QGraphicsView *view = Graph(false);
+        Move(view, AtPoint(view, 7));
+        QTest::mousePress(view->viewport(), Qt::LeftButton, {}, AtPoint(view, 7));
+        Move(view, AtPoint(view, 3));
+        QTest::mouseRelease(view->viewport(), Qt::LeftButton, {}, AtPoint(view, 3));
+        QCOMPARE(SelectedRows(Points()), (QList<int>{3, 4, 5, 6, 7}));
+        // A value typed but not entered yet survives only if the repeat changes nothing.
+        Control<QDoubleSpinBox>("doubleSpinBoxForwardTilt")->setValue(0.3);
+        QTest::mousePress(view->viewport(), Qt::LeftButton, {}, AtPoint(view, 3));
+        Move(view, AtPoint(view, 7));
+        QTest::mouseRelease(view->viewport(), Qt::LeftButton, {}, AtPoint(view, 7));
+        QCOMPARE(SelectedRows(Points()), (QList<int>{3, 4, 5, 6, 7}));
+        QCOMPARE(Control<QDoubleSpinBox>("doubleSpinBoxForwardTilt")->value(), 0.3);
+    }
+
+    void doubleClickBeyondTheEndsSetsTheHead_data() {
+        QTest::addColumn<bool>("right");
+        QTest::newRow("left of the first point") << false;
+        QTest::newRow("right of the last point") << true;
+    }
+    void doubleClickBeyondTheEndsSetsTheHead() {
+        QFETCH(bool, right);
+        QVERIFY(OpenGraphs());
+        QGraphicsView *view = Graph(true);
+        const int n = m_course->GetNumPoints();
+        Control<QSpinBox>("doubleSpinBoxHeadPosition")->setValue(5);
+        QTest::mouseDClick(view->viewport(), Qt::LeftButton, {}, AtPoint(view, right ? n - 1 : 0, right ? 5.0 : -5.0));
+        QCOMPARE(Control<QSpinBox>("doubleSpinBoxHeadPosition")->value(), right ? n : 1);
+    }
+
+    void rangeBands_data() {
+        QTest::addColumn<QList<int>>("rows");
+        QTest::addColumn<int>("bands");
+        QTest::newRow("three points") << QList<int>{3, 4, 5} << 1;
+        QTest::newRow("one point") << QList<int>{3} << 0;
+        QTest::newRow("two ranges") << QList<int>{2, 3, 8, 9} << 2;
+    }
+    void rangeBands() {
+        QFETCH(QList<int>, rows);
+        QFETCH(int, bands);
+        QVERIFY(OpenGraphs());
+        QGraphicsView *view = Graph(true);
+        Move(view, AtPoint(view, 1));
+        const int before = Draw(view)->rects;
+        Select(Points(), rows);
+        QCOMPARE(Draw(view)->rects - before, bands);
+    }
+
+    void zoomAndHeadCentring() {
+        QVERIFY(OpenGraphs());
+        const int n = m_course->GetNumPoints();
+        QGraphicsView *view = Graph(true);
+        const QRectF all = view->sceneRect();
+        Control<QPushButton>("pushButtonZoomIn")->click();
+        Control<QPushButton>("pushButtonZoomOut")->click();
+        QCOMPARE(view->sceneRect().center(), all.center());
+        QVERIFY(qAbs(view->sceneRect().width() - 0.99 * all.width()) < 1e-9 * all.width());
+        Control<QCheckBox>("checkBoxCenterOnHeadPosition")->setChecked(true);
+        Control<QSpinBox>("doubleSpinBoxHeadPosition")->setValue(n);
+        const double last = Length(n - 1);
+        for (bool forward : {true, false})
+            QVERIFY(qAbs(Graph(forward)->sceneRect().center().x() - last) < 1e-6);
+        QVERIFY(!Control<QPushButton>("pushButtonShiftLeft")->isEnabled());
+    }
+
+    void collisionCorrection_data() {
+        QTest::addColumn<double>("distance");
+        QTest::addColumn<bool>("corrected");
+        QTest::newRow("clears") << 10.0 << true;
+        QTest::newRow("cannot clear") << 2000.0 << false;
+    }
+    void collisionCorrection() {
+        QFETCH(double, distance);
+        QFETCH(bool, corrected);
+        m_course = m_layup->GetCourseByIndex(3);
+        const QByteArray before = m_host.Serialize();
+        QVERIFY(OpenGraphs());
+        const int c = m_course->GetNumPoints() / 2;
+        QCOMPARE(Trajectory(c)->GetSideTilt(), 0.45);
+        Control<QCheckBox>("checkBoxShowPointCollsionDetction")->setChecked(true);
+        QVERIFY(Draw(Graph(true))->ellipses >= 3);
+        Select(Points(), {c, c + 2});
+        Finish(Control<QDoubleSpinBox>("doubleSpinBoxCollisionAvoidance"), distance);
+        QString message;
+        AnswerBox(&message);
+        Control<QPushButton>("pushButtonUpdateCollisionAvoidance")->click();
+        QCOMPARE(message, corrected ? QString() : QStringLiteral("Update collision failed."));
+        for (int point : {c, c + 2})
+            QCOMPARE(Trajectory(point)->GetSideTilt() != 0.45, corrected);
+        QCOMPARE(Trajectory(c + 1)->GetSideTilt(), 0.45);
+        QVERIFY(m_host.Press(QDialogButtonBox::Ok));
+        if (corrected)
+            m_host.GetContainer()->Undo();
         QCOMPARE(m_host.Serialize(), before);
     }
 };
