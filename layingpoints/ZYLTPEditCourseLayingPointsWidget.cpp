@@ -847,6 +847,8 @@ void ZYLTPEditCourseLayingPointsWidget::SetupGraphs() {
         auto *points = new ZYLTPTiltGraphPoints(d->course, view, forward);
         points->setZValue(1.0);
         points->SetColor(forward ? QColor(255, 0, 0, 255) : QColor(0, 0, 255, 255));
+        // The curve changes far less often than the hover line over it.
+        points->setCacheMode(QGraphicsItem::DeviceCoordinateCache);
         scene->addItem(points);
         (forward ? d->forwardAxis : d->sideAxis) = axis;
         (forward ? d->forwardPoints : d->sidePoints) = points;

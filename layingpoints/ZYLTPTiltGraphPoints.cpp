@@ -7,6 +7,8 @@
 
 #include <QPainter>
 
+#include <algorithm>
+#include <cmath>
 #include <vector>
 
 ZYLTPTiltGraphPoints::ZYLTPTiltGraphPoints(const ZYLTPCourse *course, ZYLTPTiltGraphView *view, bool forward)
@@ -31,12 +33,25 @@ void ZYLTPTiltGraphPoints::paint(QPainter *painter, const QStyleOptionGraphicsIt
     const int count = GetNumPoints();
     const bool marks = m_showCollisions && m_collisionFlags.size() >= count;
     const double marker = GetMarkerSize();
-    // Every inner point ends one segment and starts the next, so it is listed twice; the
-    // crosses are gathered as lines too, so that the whole curve is three draw calls.
-    std::vector<QPointF> segments;
-    std::vector<QLineF> crosses;
-    segments.reserve(size_t(2 * count));
-    crosses.reserve(size_t(2 * count));
+    // The curve in view pixels. Where points are denser than pixels, each pixel column gets
+    // what it can show: the segment from the previous column, its vertical extent and one
+    // cross wide enough for all its points; that looks the same and draws a few thousand
+    // lines instead of tens of thousands.
+    const bool dense = count > 2 * std::max(1.0, scale.visible.width() / scale.s);
+    std::vector<QLineF> lines;
+    lines.reserve(size_t(dense ? 4 * scale.visible.width() / scale.s + 8 : 3 * count));
+    struct Column {
+        double x = 0.0, left = 0.0, right = 0.0, first = 0.0, last = 0.0, low = 0.0, high = 0.0;
+    };
+    Column column;
+    bool open = false;
+    QPointF previous;
+    const auto closeColumn = [&] {
+        lines.emplace_back(column.left - marker, 0.0, column.right + marker, 0.0);
+        lines.emplace_back(column.x, -marker, column.x, marker);
+        if (column.high > column.low)
+            lines.emplace_back(column.x, column.low, column.x, column.high);
+    };
     for (int i = 0; i < count; ++i) {
         const ZYLTPOnPartPoint *point = GetCourse()->GetPoint(i);
         const auto *trajectory = point ? qobject_cast<const ZYLTPOnPartTrajectory *>(point->GetTrajectory()) : nullptr;
@@ -45,15 +60,33 @@ void ZYLTPTiltGraphPoints::paint(QPainter *painter, const QStyleOptionGraphicsIt
         const double x = GetCourse()->ComputePointLength(point) / scale.s;
         const double tilt = m_forward ? trajectory->GetForwardTilt() : trajectory->GetSideTilt();
         const double y = GetYScale() * (-tilt * scale.halfH) / scale.s;
-        segments.emplace_back(x, y);
-        if (i > 0 && i < count - 1)
-            segments.emplace_back(x, y);
-        crosses.emplace_back(x - marker, 0.0, x + marker, 0.0);
-        crosses.emplace_back(x, -marker, x, marker);
         if (marks && m_collisionFlags[i])
             painter->drawEllipse(QPointF(x, y), marker * scale.s, marker * scale.s);
+        if (!dense) {
+            if (i > 0 && !previous.isNull())
+                lines.emplace_back(previous, QPointF(x, y));
+            lines.emplace_back(x - marker, 0.0, x + marker, 0.0);
+            lines.emplace_back(x, -marker, x, marker);
+            previous = QPointF(x, y);
+            continue;
+        }
+        const double pixel = std::floor(x);
+        if (open && pixel == std::floor(column.x)) {
+            column.right = x;
+            column.last = y;
+            column.low = std::min(column.low, y);
+            column.high = std::max(column.high, y);
+            continue;
+        }
+        if (open) {
+            closeColumn();
+            lines.emplace_back(column.x, column.last, x, y);
+        }
+        column = Column{x, x, x, y, y, y, y};
+        open = true;
     }
-    painter->drawLines(crosses.data(), int(crosses.size()));
-    painter->drawLines(segments.data(), int(segments.size() / 2));
+    if (open)
+        closeColumn();
+    painter->drawLines(lines.data(), int(lines.size()));
     EndPaint(painter);
 }

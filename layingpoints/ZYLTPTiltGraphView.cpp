@@ -51,10 +51,16 @@ double ZYLTPTiltGraphView::PointLength(int index) const {
 int ZYLTPTiltGraphView::PointIndexAt(QMouseEvent *event) const {
     const int count = m_course ? m_course->GetNumPoints() : 0;
     const double x = mapToScene(event->position().toPoint()).x();
-    for (int i = 0; i < count; ++i)
-        if (PointLength(i) > x)
-            return i;
-    return count - 1;
+    // Arc lengths grow along the course: the first point beyond x by bisection.
+    int lo = 0, hi = count;
+    while (lo < hi) {
+        const int mid = (lo + hi) / 2;
+        if (PointLength(mid) > x)
+            hi = mid;
+        else
+            lo = mid + 1;
+    }
+    return lo < count ? lo : count - 1;
 }
 
 void ZYLTPTiltGraphView::HandleMouseMove(QMouseEvent *event) {

@@ -2,7 +2,8 @@
 // The laying points panel on one course of 20,000 laying points in a demo program of 50 such
 // courses (1M points): the fill after the pick, a mouse move (pick and preview), a click and a
 // list selection change (point graphics rebuilt), and tilt and tow feed edits over 10 ranges
-// (list reloaded). Headless:
+// (list reloaded); then both tilt graphs drawn whole, a hover move, the collision check and a
+// head move. Headless:
 //   bench_layingpoints [courses points-per-course]
 #include "ZYLBenchSupport.h"
 
@@ -19,6 +20,13 @@
 #include <QCheckBox>
 #include <QDoubleSpinBox>
 #include <QElapsedTimer>
+#include <QGraphicsItem>
+#include <QGraphicsView>
+#include <QImage>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QPushButton>
+#include <QSpinBox>
 #include <QTableWidget>
 
 #include <cstdio>
@@ -111,6 +119,53 @@ int main(int argc, char **argv) {
     timer.restart();
     Control<QCheckBox>(host, "checkBoxTowForceFeed")->setChecked(true);
     Report("tow feed edit over 10 ranges, list reloaded", Milliseconds(timer), 300);
+
+    // The graph pane: both graphs drawn whole, a hover move with its repaint, the collision
+    // check over the course and a move of the head.
+    Control<QPushButton>(host, "Button_Graph")->setChecked(true);
+    QCoreApplication::processEvents();
+    QList<QGraphicsView *> views{Control<QGraphicsView>(host, "forwardTiltView"), Control<QGraphicsView>(host, "sideTiltView")};
+    const int repaints = 10;
+    // Drawn from scratch: the item cache the panel keeps for the curves is off here.
+    QList<std::pair<QGraphicsItem *, QGraphicsItem::CacheMode>> cached;
+    for (QGraphicsView *view : views)
+        for (QGraphicsItem *item : view->scene()->items())
+            cached.append({item, item->cacheMode()});
+    for (const auto &[item, mode] : cached)
+        item->setCacheMode(QGraphicsItem::NoCache);
+    timer.restart();
+    for (int i = 0; i < repaints; ++i) {
+        for (QGraphicsView *view : views) {
+            QImage image(view->viewport()->size(), QImage::Format_ARGB32_Premultiplied);
+            QPainter painter(&image);
+            view->render(&painter);
+        }
+    }
+    Report("full repaint of both graphs, mean", Milliseconds(timer) / repaints, 30);
+
+    for (const auto &[item, mode] : cached)
+        item->setCacheMode(mode);
+    QWidget *viewport = views.first()->viewport();
+    timer.restart();
+    for (int i = 0; i < repaints; ++i) {
+        const QPoint position(10 + i * viewport->width() / repaints, viewport->height() / 3);
+        QMouseEvent move(QEvent::MouseMove, position, viewport->mapToGlobal(position), Qt::NoButton, Qt::NoButton, {});
+        QApplication::sendEvent(viewport, &move);
+        for (QGraphicsView *view : views)
+            view->viewport()->repaint();
+    }
+    Report("hover move over the graphs, repaint included, mean", Milliseconds(timer) / repaints, 10);
+
+    timer.restart();
+    Control<QCheckBox>(host, "checkBoxShowPointCollsionDetction")->setChecked(true);
+    Report("collision check over the course", Milliseconds(timer), 100);
+
+    auto *head = Control<QSpinBox>(host, "doubleSpinBoxHeadPosition");
+    Control<QCheckBox>(host, "checkBoxShowHead")->setChecked(true);
+    timer.restart();
+    for (int i = 0; i < repaints; ++i)
+        head->setValue(1 + (i * 1999) % n);
+    Report("head position change, mean", Milliseconds(timer) / repaints, 20);
 
     host.Press(QDialogButtonBox::Cancel);
     const ZYLBenchMemory memory = ZYLBenchReadMemory();
