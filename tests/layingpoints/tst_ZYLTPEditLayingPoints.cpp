@@ -19,6 +19,7 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QDoubleSpinBox>
+#include <QGraphicsItem>
 #include <QGraphicsView>
 #include <QMessageBox>
 #include <QPaintEngine>
@@ -127,6 +128,9 @@ class tst_ZYLTPEditLayingPoints : public QObject {
         QApplication::sendEvent(view->viewport(), &move);
     }
     std::unique_ptr<Recording> Draw(QGraphicsView *view) const {
+        // Drawn afresh, not from the items' cached pixmaps.
+        for (QGraphicsItem *item : view->scene()->items())
+            item->setCacheMode(QGraphicsItem::NoCache);
         auto recording = std::make_unique<Recording>(view->viewport()->size());
         QPainter painter(recording.get());
         view->render(&painter);
