@@ -19,7 +19,8 @@ Q_MOC_INCLUDE("ZYLVisObject.h")
 
 /// The dialog command "Machine" behind the action "Laying Points": the user picks one course
 /// of the edited program in the 3-D view, then edits its laying points in the panel
-/// (`ZYLTPEditCourseLayingPointsWidget`): tilts, tow feed and the point selection.
+/// (`ZYLTPEditCourseLayingPointsWidget`): tilts, tow feed and collision corrections over the
+/// selected points, with tilt graphs and the machine head at a chosen point.
 ///
 /// The panel stays hidden until a course is picked. While the command has the focus, course
 /// nodes are shown and selectable and course links hidden; the first valid pick (one course

@@ -345,12 +345,15 @@ void ZYLTPEditCourseLayingPointsWidget::ReloadPoints() {
         d->points.append(point);
         d->tipPoints.append(point ? point->GetTipPoint() : ZYLMathPoint());
     }
+    // A head position the course no longer has goes back to the first point, which moves the
+    // head through the spin box; otherwise the head follows the reloaded point here.
     QSpinBox *head = d->ui.doubleSpinBoxHeadPosition;
     const int value = head->value();
     if (value < 1 || value > std::max(count, 1))
         head->setValue(1);
+    else
+        UpdateHead();
     head->setRange(1, std::max(count, 1));
-    UpdateHead();
     DetectCollisions();
 }
 

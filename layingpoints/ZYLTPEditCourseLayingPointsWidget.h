@@ -21,8 +21,10 @@ Q_MOC_INCLUDE(<QMouseEvent>)
 
 /// The panel of the laying points command: the points of one course in a list, their
 /// selection (in the list, by clicks in the 3-D view and by drags over the tilt graphs),
-/// forward and side tilt over the selected points, tow feed and feed ratio over them, and the
-/// points shown in the 3-D view (unselected, selected and the one under the mouse).
+/// forward and side tilt over the selected points, tow feed and feed ratio over them, the
+/// points shown in the 3-D view (unselected, selected and the one under the mouse), the two
+/// tilt graphs, the collision check of the machine head against the part with its correction,
+/// and the head, rollers and collision spheres at a chosen point.
 ///
 /// The row selection of the point list is the only selection state; every other view is
 /// rebuilt from it. Selected rows form ranges: a range starts at a selected row and ends at

@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 #include <vector>
 
 ZYLTPTiltGraphPoints::ZYLTPTiltGraphPoints(const ZYLTPCourse *course, ZYLTPTiltGraphView *view, bool forward)
@@ -45,7 +46,7 @@ void ZYLTPTiltGraphPoints::paint(QPainter *painter, const QStyleOptionGraphicsIt
     };
     Column column;
     bool open = false;
-    QPointF previous;
+    std::optional<QPointF> previous;
     const auto closeColumn = [&] {
         lines.emplace_back(column.left - marker, 0.0, column.right + marker, 0.0);
         lines.emplace_back(column.x, -marker, column.x, marker);
@@ -63,8 +64,8 @@ void ZYLTPTiltGraphPoints::paint(QPainter *painter, const QStyleOptionGraphicsIt
         if (marks && m_collisionFlags[i])
             painter->drawEllipse(QPointF(x, y), marker * scale.s, marker * scale.s);
         if (!dense) {
-            if (i > 0 && !previous.isNull())
-                lines.emplace_back(previous, QPointF(x, y));
+            if (previous)
+                lines.emplace_back(*previous, QPointF(x, y));
             lines.emplace_back(x - marker, 0.0, x + marker, 0.0);
             lines.emplace_back(x, -marker, x, marker);
             previous = QPointF(x, y);
