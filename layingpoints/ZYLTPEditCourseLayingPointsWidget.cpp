@@ -215,67 +215,58 @@ void ZYLTPEditCourseLayingPointsWidget::setupConnections() {
             header->setChecked(checked);
     });
 
-    connect(ui.listWidget->selectionModel(), &QItemSelectionModel::selectionChanged, this,
-            &ZYLTPEditCourseLayingPointsWidget::OnPointSelectionChanged);
-    connect(ui.pushButtonSelectAll, &QPushButton::clicked, this, &ZYLTPEditCourseLayingPointsWidget::OnSelectAllPointsClicked);
-    connect(ui.pushButtonDeselectAll, &QPushButton::clicked, this,
-            &ZYLTPEditCourseLayingPointsWidget::OnClearSelectAllPointsClicked);
-    connect(ui.checkBoxForwardTilt, &QCheckBox::stateChanged, this,
-            &ZYLTPEditCourseLayingPointsWidget::OnForwardTiltCheckBoxStateChanged);
-    connect(ui.checkBoxSideTilt, &QCheckBox::stateChanged, this,
-            &ZYLTPEditCourseLayingPointsWidget::OnSideTiltCheckBoxStateChanged);
-    connect(ui.doubleSpinBoxForwardTilt, &QDoubleSpinBox::editingFinished, this,
-            &ZYLTPEditCourseLayingPointsWidget::OnForwardTiltValueChanged);
-    connect(ui.doubleSpinBoxSideTilt, &QDoubleSpinBox::editingFinished, this,
-            &ZYLTPEditCourseLayingPointsWidget::OnSideTiltValueChanged);
-
+    using Self = ZYLTPEditCourseLayingPointsWidget;
+    using Slot = void (Self::*)();
+    connect(ui.listWidget->selectionModel(), &QItemSelectionModel::selectionChanged, this, &Self::OnPointSelectionChanged);
     connect(ui.tableWidgetTows->selectionModel(), &QItemSelectionModel::selectionChanged, this,
-            &ZYLTPEditCourseLayingPointsWidget::OnTowItemSelectionChanged);
-    connect(ui.checkBoxTowForceFeed, &QCheckBox::stateChanged, this,
-            &ZYLTPEditCourseLayingPointsWidget::OnChangeForceFeedCheckChanged);
-    connect(ui.doubleSpinBoxTowForceFeedRate, &QDoubleSpinBox::editingFinished, this,
-            &ZYLTPEditCourseLayingPointsWidget::OnForceFeedRateChanged);
-    const std::pair<QPushButton *, void (ZYLTPEditCourseLayingPointsWidget::*)()> towButtons[] = {
-        {ui.pushButtonSelectAllTows, &ZYLTPEditCourseLayingPointsWidget::OnTowSelectAllButtonClicked},
-        {ui.pushButtonSelectOddTows, &ZYLTPEditCourseLayingPointsWidget::OnTowSelectOddButtonClicked},
-        {ui.pushButtonSelectNoneTows, &ZYLTPEditCourseLayingPointsWidget::OnTowSelectNoneButtonClicked},
-        {ui.pushButtonSelectEvenTows, &ZYLTPEditCourseLayingPointsWidget::OnTowSelectEvenButtonClicked},
-        {ui.pushButtonSelectInvertTows, &ZYLTPEditCourseLayingPointsWidget::OnTowSelectInvertButtonClicked},
-        {ui.pushButtonSelectFeedOnTows, &ZYLTPEditCourseLayingPointsWidget::OnTowSelectFeedOnButtonClicked},
-        {ui.pushButtonSelectFeedOffTows, &ZYLTPEditCourseLayingPointsWidget::OnTowSelectFeedOffButtonClicked},
+            &Self::OnTowItemSelectionChanged);
+    connect(ui.spinBoxYScale, &QSpinBox::valueChanged, this, &Self::OnTiltYScaleChanged);
+    connect(ui.doubleSpinBoxHeadPosition, &QSpinBox::valueChanged, this, &Self::OnHeadPositionValueChanged);
+    const std::pair<QAbstractButton *, Slot> clicks[] = {
+        {ui.pushButtonSelectAll, &Self::OnSelectAllPointsClicked},
+        {ui.pushButtonDeselectAll, &Self::OnClearSelectAllPointsClicked},
+        {ui.pushButtonSelectAllTows, &Self::OnTowSelectAllButtonClicked},
+        {ui.pushButtonSelectOddTows, &Self::OnTowSelectOddButtonClicked},
+        {ui.pushButtonSelectNoneTows, &Self::OnTowSelectNoneButtonClicked},
+        {ui.pushButtonSelectEvenTows, &Self::OnTowSelectEvenButtonClicked},
+        {ui.pushButtonSelectInvertTows, &Self::OnTowSelectInvertButtonClicked},
+        {ui.pushButtonSelectFeedOnTows, &Self::OnTowSelectFeedOnButtonClicked},
+        {ui.pushButtonSelectFeedOffTows, &Self::OnTowSelectFeedOffButtonClicked},
+        {ui.pushButtonZoomIn, &Self::OnTiltZoomIn},
+        {ui.pushButtonZoomOut, &Self::OnTiltZoomOut},
+        {ui.pushButtonZoomAll, &Self::OnTitlZoomAll},
+        {ui.pushButtonShiftLeft, &Self::OnTiltShiftLeft},
+        {ui.pushButtonShiftRight, &Self::OnTiltShiftRight},
+        {ui.pushButtonUpdateCollisionAvoidance, &Self::OnUpdateCollisionClicked},
     };
-    for (const auto &[button, slot] : towButtons)
-        connect(button, &QPushButton::clicked, this, slot);
-
+    for (const auto &[button, slot] : clicks)
+        connect(button, &QAbstractButton::clicked, this, slot);
+    const std::pair<QCheckBox *, Slot> checks[] = {
+        {ui.checkBoxForwardTilt, &Self::OnForwardTiltCheckBoxStateChanged},
+        {ui.checkBoxSideTilt, &Self::OnSideTiltCheckBoxStateChanged},
+        {ui.checkBoxTowForceFeed, &Self::OnChangeForceFeedCheckChanged},
+        {ui.checkBoxShowPointCollsionDetction, &Self::OnShowCollisionButtonClicked},
+        {ui.checkBoxCenterOnHeadPosition, &Self::OnCenterOnHeadPosition},
+        {ui.checkBoxShowHead, &Self::OnShowHeadButtonChecked},
+    };
+    for (const auto &[box, slot] : checks)
+        connect(box, &QCheckBox::stateChanged, this, slot);
+    // Values are taken when their editing is finished, not on every keystroke.
+    const std::pair<QAbstractSpinBox *, Slot> finished[] = {
+        {ui.doubleSpinBoxForwardTilt, &Self::OnForwardTiltValueChanged},
+        {ui.doubleSpinBoxSideTilt, &Self::OnSideTiltValueChanged},
+        {ui.doubleSpinBoxTowForceFeedRate, &Self::OnForceFeedRateChanged},
+        {ui.doubleSpinBoxCollisionDetectionTol, &Self::OnUpdateCollisonToleranceValueChanged},
+    };
+    for (const auto &[box, slot] : finished)
+        connect(box, &QAbstractSpinBox::editingFinished, this, slot);
     for (ZYLTPTiltGraphView *view : {ui.forwardTiltView, ui.sideTiltView}) {
-        connect(view, &ZYLTPTiltGraphView::OnMouseMoveEvent, this, &ZYLTPEditCourseLayingPointsWidget::OnTiltGraphMouseMoveEvent);
-        connect(view, &ZYLTPTiltGraphView::OnMousePressEvent, this,
-                &ZYLTPEditCourseLayingPointsWidget::OnTiltGraphMousePressEvent);
-        connect(view, &ZYLTPTiltGraphView::OnMouseReleaseEvent, this,
-                &ZYLTPEditCourseLayingPointsWidget::OnTiltGraphMouseReleaseEvent);
-        connect(view, &ZYLTPTiltGraphView::OnMouseDoubleClickEvent, this,
-                &ZYLTPEditCourseLayingPointsWidget::OnTiltGraphMouseDoubleClickEvent);
-        connect(view, &ZYLTPTiltGraphView::OnPreviewSelectionChanged, this,
-                &ZYLTPEditCourseLayingPointsWidget::OnTiltPreviewSelectionChanged);
+        connect(view, &ZYLTPTiltGraphView::OnMouseMoveEvent, this, &Self::OnTiltGraphMouseMoveEvent);
+        connect(view, &ZYLTPTiltGraphView::OnMousePressEvent, this, &Self::OnTiltGraphMousePressEvent);
+        connect(view, &ZYLTPTiltGraphView::OnMouseReleaseEvent, this, &Self::OnTiltGraphMouseReleaseEvent);
+        connect(view, &ZYLTPTiltGraphView::OnMouseDoubleClickEvent, this, &Self::OnTiltGraphMouseDoubleClickEvent);
+        connect(view, &ZYLTPTiltGraphView::OnPreviewSelectionChanged, this, &Self::OnTiltPreviewSelectionChanged);
     }
-    connect(ui.pushButtonZoomIn, &QPushButton::clicked, this, &ZYLTPEditCourseLayingPointsWidget::OnTiltZoomIn);
-    connect(ui.pushButtonZoomOut, &QPushButton::clicked, this, &ZYLTPEditCourseLayingPointsWidget::OnTiltZoomOut);
-    connect(ui.pushButtonZoomAll, &QPushButton::clicked, this, &ZYLTPEditCourseLayingPointsWidget::OnTitlZoomAll);
-    connect(ui.pushButtonShiftLeft, &QPushButton::clicked, this, &ZYLTPEditCourseLayingPointsWidget::OnTiltShiftLeft);
-    connect(ui.pushButtonShiftRight, &QPushButton::clicked, this, &ZYLTPEditCourseLayingPointsWidget::OnTiltShiftRight);
-    connect(ui.spinBoxYScale, &QSpinBox::valueChanged, this, &ZYLTPEditCourseLayingPointsWidget::OnTiltYScaleChanged);
-
-    connect(ui.pushButtonUpdateCollisionAvoidance, &QPushButton::clicked, this,
-            &ZYLTPEditCourseLayingPointsWidget::OnUpdateCollisionClicked);
-    connect(ui.checkBoxShowPointCollsionDetction, &QCheckBox::stateChanged, this,
-            &ZYLTPEditCourseLayingPointsWidget::OnShowCollisionButtonClicked);
-    connect(ui.doubleSpinBoxCollisionDetectionTol, &QDoubleSpinBox::editingFinished, this,
-            &ZYLTPEditCourseLayingPointsWidget::OnUpdateCollisonToleranceValueChanged);
-    connect(ui.checkBoxCenterOnHeadPosition, &QCheckBox::stateChanged, this,
-            &ZYLTPEditCourseLayingPointsWidget::OnCenterOnHeadPosition);
-    connect(ui.doubleSpinBoxHeadPosition, &QSpinBox::valueChanged, this,
-            &ZYLTPEditCourseLayingPointsWidget::OnHeadPositionValueChanged);
-    connect(ui.checkBoxShowHead, &QCheckBox::stateChanged, this, &ZYLTPEditCourseLayingPointsWidget::OnShowHeadButtonChecked);
 }
 
 // --- Course -------------------------------------------------------------------------------
