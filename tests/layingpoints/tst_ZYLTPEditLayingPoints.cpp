@@ -224,6 +224,20 @@ private slots:
             QVERIFY(Points()->item(changed.first(), 1)->text().startsWith(QStringLiteral("14.32")));
     }
 
+    void tiltBeyondTheLimitCannotBeEntered() {
+        QVERIFY(Open());
+        Select(Points(), {2});
+        auto *box = Control<QDoubleSpinBox>("doubleSpinBoxForwardTilt");
+        Control<QCheckBox>("checkBoxForwardTilt")->setChecked(true);
+        box->selectAll();
+        QTest::keyClicks(box, QStringLiteral("100")); // degrees, beyond 1.55 rad
+        QString refused;
+        AnswerBox(&refused); // were the value taken, the model's refusal would be shown
+        QTest::keyClick(box, Qt::Key_Return);
+        QVERIFY(box->value() <= 1.55);
+        QVERIFY(qAbs(Trajectory(2)->GetForwardTilt()) <= 1.55);
+    }
+
     void towSelectionButtons_data() {
         QTest::addColumn<QStringList>("buttons");
         QTest::addColumn<QList<int>>("rows");
