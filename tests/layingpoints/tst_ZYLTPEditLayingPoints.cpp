@@ -136,7 +136,8 @@ class tst_ZYLTPEditLayingPoints : public QObject {
         view->render(&painter);
         return recording;
     }
-    // Answers the next message box with OK and returns its text through `text`.
+    // Answers a message box the next event loop shows with OK and returns its text through
+    // `text`; callers let the loop run (qWait) before `text` goes out of scope.
     static void AnswerBox(QString *text) {
         QTimer::singleShot(0, [text] {
             if (auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget())) {
@@ -234,6 +235,7 @@ private slots:
         QString refused;
         AnswerBox(&refused); // were the value taken, the model's refusal would be shown
         QTest::keyClick(box, Qt::Key_Return);
+        QTest::qWait(1);
         QVERIFY(box->value() <= 1.55);
         QVERIFY(qAbs(Trajectory(2)->GetForwardTilt()) <= 1.55);
     }
@@ -426,6 +428,7 @@ private slots:
         QString message;
         AnswerBox(&message);
         Control<QPushButton>("pushButtonUpdateCollisionAvoidance")->click();
+        QTest::qWait(1);
         QCOMPARE(message, corrected ? QString() : QStringLiteral("Update collision failed."));
         for (int point : {c, c + 2})
             QCOMPARE(Trajectory(point)->GetSideTilt() != 0.45, corrected);
