@@ -35,7 +35,7 @@ void ZYLCompTowMask::Disable(int tow)
 
 int ZYLCompTowMask::GetNumTows() const
 {
-    return std::popcount(m_raw);
+    return MaxTows;
 }
 
 int ZYLCompTowMask::GetLastTow() const

@@ -35,7 +35,9 @@ public:
     /// outside [0, 63] and changes nothing.
     void Enable(int tow);
     void Disable(int tow);
-    /// Returns the number of enabled tows.
+    /// Returns the number of tows the mask can hold, `MaxTows`, whichever are enabled: tow
+    /// indexes from 0 to `GetNumTows() - 1` are valid. (The number of enabled tows is not
+    /// kept; count them with `IsEnabled`.)
     int GetNumTows() const;
     /// Returns whether no tow is enabled.
     constexpr bool IsAllDisabled() const { return m_raw == 0; }

@@ -311,6 +311,9 @@ void tst_ZYLTPModuleLoad::dialogCommandShowsAnHonestPanel_data() {
     for (const CommandClass &commandClass : CommandClasses()) {
         if (!commandClass.hasPanel || realPanels.contains(commandClass.name))
             continue;
+        // The laying points panel shows only once a course is picked; its own tests cover it.
+        if (qstrcmp(commandClass.name, "ZYLTPEditCourseLayingPointsCmd") == 0)
+            continue;
         const CatalogueRow *row = nullptr;
         for (const CatalogueRow &candidate : Catalogue())
             if (qstrcmp(candidate.commandClass, commandClass.name) == 0)
