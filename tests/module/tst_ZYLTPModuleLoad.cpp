@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-ZYL-Proprietary
 // The tool path module as its host sees it: loaded at run time through the session, it
 // registers its command classes and publishes its actions in catalogue order, exports only
-// its interface, shows honest panels, and takes everything back when it is unloaded.
+// its interface, and takes everything back when it is unloaded.
 #include "ZYLStudioSession.h"
 
 #include "ZYLCmdAction.h"
@@ -13,13 +13,9 @@
 #include "ZYLFeatEnvironmentManager.h"
 #include "ZYLSysRegisterInit.h"
 
-#include <QAbstractButton>
 #include <QDir>
-#include <QDialogButtonBox>
-#include <QLabel>
 #include <QPointer>
 #include <QProcess>
-#include <QPushButton>
 #include <QRegularExpression>
 #include <QSignalSpy>
 #include <QTemporaryDir>
@@ -102,7 +98,7 @@ QByteArray KeyOf(const CatalogueRow &row) {
 struct CommandClass {
     const char *name;
     const char *label;
-    bool hasPanel;
+    bool isDialog;
 };
 
 // The registered command classes, in registration order.
@@ -152,11 +148,6 @@ bool *LoadedFlag(const QString &path) {
     return flag;
 }
 
-QDialogButtonBox *FrameButtons() {
-    QWidget *frame = ZYLCmdController::GetController()->GetDialogHandler()->GetWidget();
-    return frame ? frame->findChild<QDialogButtonBox *>() : nullptr;
-}
-
 // The exported dynamic symbols of a library, demangled, as "type name" lines.
 QStringList ReadExportedSymbols(const QString &path, QString *error) {
     QProcess nm;
@@ -203,8 +194,6 @@ private slots:
     void loadedFlagIsSetByTheInitCallback();
     void publishesExactlyTheCatalogue();
     void registersExactlyTheCommandClasses();
-    void dialogCommandShowsAnHonestPanel_data();
-    void dialogCommandShowsAnHonestPanel();
     void viewCommandEndsAtOnce_data();
     void viewCommandEndsAtOnce();
     void exportsItsInterface_data();
@@ -282,7 +271,7 @@ void tst_ZYLTPModuleLoad::registersExactlyTheCommandClasses() {
     for (const CommandClass &commandClass : CommandClasses())
         expected << QStringLiteral("%1|%2|%3|1 0")
                         .arg(QLatin1String(commandClass.name), QLatin1String(commandClass.label))
-                        .arg(commandClass.hasPanel);
+                        .arg(commandClass.isDialog);
     for (const QMetaObject *meta : ZYLCmdController::GetController()->GetRegisteredCommands()) {
         const int labelIndex = meta->indexOfClassInfo("label");
         QVERIFY(labelIndex >= meta->classInfoOffset());
@@ -299,78 +288,6 @@ void tst_ZYLTPModuleLoad::registersExactlyTheCommandClasses() {
                           .arg(int(command->GetTransactionBehavior()));
     }
     QCOMPARE(registered, expected);
-}
-
-void tst_ZYLTPModuleLoad::dialogCommandShowsAnHonestPanel_data() {
-    QTest::addColumn<QByteArray>("key");
-    QTest::addColumn<QString>("label");
-    QTest::addColumn<int>("button");
-    // Commands whose real panel is built are tested with their panels.
-    const QList<QByteArray> realPanels{"ZYLTPCollisionInspectorCmd", "ZYLTPContextualViewCmd", "ZYLTPDetailedInfoCmd",
-                                      "ZYLTPEditCourseCmd", "ZYLTPEditLinkingPointsCmd", "ZYLTPEditLinksCmd"};
-    for (const CommandClass &commandClass : CommandClasses()) {
-        if (!commandClass.hasPanel || realPanels.contains(commandClass.name))
-            continue;
-        // The laying points panel shows only once a course is picked; its own tests cover it.
-        if (qstrcmp(commandClass.name, "ZYLTPEditCourseLayingPointsCmd") == 0)
-            continue;
-        const CatalogueRow *row = nullptr;
-        for (const CatalogueRow &candidate : Catalogue())
-            if (qstrcmp(candidate.commandClass, commandClass.name) == 0)
-                row = &candidate;
-        QVERIFY(row);
-        const QString label = QString::fromLatin1(commandClass.label);
-        QTest::addRow("%s cancel", commandClass.name) << KeyOf(*row) << label << int(QDialogButtonBox::Cancel);
-        QTest::addRow("%s ok", commandClass.name) << KeyOf(*row) << label << int(QDialogButtonBox::Ok);
-    }
-}
-
-void tst_ZYLTPModuleLoad::dialogCommandShowsAnHonestPanel() {
-    QFETCH(QByteArray, key);
-    QFETCH(QString, label);
-    QFETCH(int, button);
-    ZYLCmdController *controller = ZYLCmdController::GetController();
-    ZYLCmdDialogHandler *handler = controller->GetDialogHandler();
-    ZYLFeatContainer *container = m_session->GetContainer();
-    const int undoSteps = container->GetUndoCount();
-    const int features = container->GetFeatures().size();
-    QSignalSpy finished(controller, &ZYLCmdController::CommandFinished);
-
-    QVERIFY(controller->Trigger(key));
-    auto *command = qobject_cast<ZYLCmdDialogCommand *>(controller->GetCurrentCommand());
-    QVERIFY(command);
-    QCOMPARE(QByteArray(command->metaObject()->className()), key.left(key.indexOf('.')));
-    QVERIFY(handler->IsPanelShown());
-    QCOMPARE(handler->GetFramedCommand(), command);
-    QCOMPARE(handler->GetWidget()->windowTitle(), label);
-
-    const QWidget *panel = command->GetContentWidget();
-    QVERIFY(panel);
-    const auto *title = panel->findChild<QLabel *>(QStringLiteral("labelTitle"));
-    const auto *message = panel->findChild<QLabel *>(QStringLiteral("labelUnavailable"));
-    QVERIFY(title);
-    QVERIFY(message);
-    QCOMPARE(title->text(), label);
-    QCOMPARE(message->text(), QStringLiteral("This editor is not available in this build yet."));
-    QVERIFY(title->isVisible() && message->isVisible());
-    // Nothing on the panel pretends to edit: every editor, button or list takes the focus.
-    for (const QWidget *child : panel->findChildren<QWidget *>())
-        QVERIFY2(child->focusPolicy() == Qt::NoFocus, child->metaObject()->className());
-
-    QDialogButtonBox *buttons = FrameButtons();
-    QVERIFY(buttons);
-    QAbstractButton *press = buttons->button(QDialogButtonBox::StandardButton(button));
-    QVERIFY(press);
-    press->click();
-
-    QCOMPARE(finished.count(), 1);
-    QCOMPARE(finished.at(0).at(1).toBool(), button == QDialogButtonBox::Ok);
-    QCOMPARE(controller->GetCurrentCommand(), nullptr);
-    QVERIFY(!handler->IsPanelShown());
-    // Accepted or cancelled, the model is as it was: no open transaction, no undo step.
-    QVERIFY(!container->HasOpenTransaction());
-    QCOMPARE(container->GetUndoCount(), undoSteps);
-    QCOMPARE(container->GetFeatures().size(), features);
 }
 
 void tst_ZYLTPModuleLoad::viewCommandEndsAtOnce_data() {
