@@ -413,10 +413,10 @@ struct ZYLTPEditCourseWidget::Data {
         QList<const ZYLTPCourse *> courses;
         for (const QModelIndex &row : rows)
             courses.append(ObjectOf<ZYLTPCourse>(row));
-        // Procedures of other kinds hold no courses and so no rows; the rows of the last roll
-        // layup procedure close the list, and only they can move.
+        // The order is moved only in programs made of roll layup procedures alone; the rows of
+        // the last one close the list, and only they can move.
         const QList<ZYLTPRollLayupProcedure *> procedures = RollLayupProcedures();
-        if (procedures.isEmpty())
+        if (procedures.isEmpty() || procedures.size() != Program()->GetNumProcedures())
             return false;
         ZYLTPRollLayupProcedure *procedure = procedures.last();
         QList<int> order = procedure->GetLayingOrder();

@@ -425,6 +425,8 @@ ZYLGeoRef<ZYLTPProgram> ZYLTPDemoGenerator::CreateDefaultProgram(bool processFau
 {
     Parameters parameters;
     parameters.processFaults = processFaults;
+    // One ply: the studio's course ordering works on programs of roll layup procedures only.
+    parameters.inspection = false;
     parameters.courses = 36;
     parameters.pointSpacing = 5.0;
     parameters.tows = 8;

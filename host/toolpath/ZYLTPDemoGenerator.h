@@ -60,8 +60,8 @@ public:
     /// Returns a new program (one reference held by the result); throws `ZYLSysException`
     /// for parameters outside their ranges.
     static ZYLGeoRef<ZYLTPProgram> Create(const Parameters &parameters);
-    /// Returns the program the studio opens without a file: a few dozen courses, quick to
-    /// build; with `processFaults`, the same courses with the faults of that parameter.
+    /// Returns the program the studio opens without a file: one roll layup procedure of a few
+    /// dozen courses (no inspection), quick to build; with `processFaults`, the same courses with the faults of that parameter.
     static ZYLGeoRef<ZYLTPProgram> CreateDefaultProgram(bool processFaults = false);
 
     /// Dimensions of the demo panel (mm): u runs along its length, v across its width.

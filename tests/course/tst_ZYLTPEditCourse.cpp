@@ -297,17 +297,22 @@ private slots:
     }
 
     // Last, as it leaves another program open: the panel works on a ply of one course (which
-    // it never deletes) and on a program without procedures, and changes nothing.
+    // it never deletes), on a program without procedures, and does not reorder a program that
+    // holds a procedure of another kind.
     void degeneratePrograms_data() {
         QTest::addColumn<int>("courses"); // of a demo ply; -1: a program without procedures
-        QTest::newRow("one course") << 1;
-        QTest::newRow("no procedure") << -1;
+        QTest::addColumn<bool>("inspection");
+        QTest::newRow("one course") << 1 << false;
+        QTest::newRow("no procedure") << -1 << false;
+        QTest::newRow("with an inspection") << 3 << true;
     }
     void degeneratePrograms() {
         QFETCH(int, courses);
+        QFETCH(bool, inspection);
         QVERIFY(m_host.Press(QDialogButtonBox::Cancel));
         ZYLTPDemoGenerator::Parameters parameters;
         parameters.courses = std::max(courses, 1);
+        parameters.inspection = inspection;
         ZYLTPProgramBuilder builder;
         const ZYLGeoRef<ZYLTPProgram> program(courses > 0 ? ZYLTPDemoGenerator::Create(parameters)
                                                           : ZYLGeoRef<ZYLTPProgram>(builder.TakeProgram()));
@@ -316,10 +321,10 @@ private slots:
         const QByteArray saved = m_host.Serialize();
         QCOMPARE(List()->model()->rowCount(), std::max(courses, 0));
         Get<QAction>("actionDelete")->setChecked(true);
-        if (courses > 0)
+        if (courses == 1)
             Pick(Procedure()->GetCourseByIndex(0));
         Get<QAction>("actionDelete")->setChecked(false);
-        SelectRows({0});
+        SelectRows({std::max(courses, 1) - 1});
         Get<QAbstractButton>("buttonUp")->click();
         Get<QAction>("actionEdit_mode")->setChecked(true);
         Get<QAction>("actionAcceptLinks")->trigger();
