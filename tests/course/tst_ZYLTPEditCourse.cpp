@@ -15,12 +15,9 @@
 
 #include <QAbstractButton>
 #include <QAction>
-#include <QApplication>
 #include <QDoubleSpinBox>
 #include <QListView>
-#include <QMessageBox>
 #include <QTest>
-#include <QTimer>
 
 #include <functional>
 
@@ -53,15 +50,6 @@ class tst_ZYLTPEditCourse : public QObject {
     // Clicks the middle laying point of the course straight from above.
     void Pick(const ZYLTPCourse *course) {
         m_host.ClickAt(course->GetPoint(course->GetNumPoints() / 2)->GetTipPoint());
-    }
-    // Closes the next message box and counts it.
-    void AcceptNextMessageBox(int *count) {
-        QTimer::singleShot(0, this, [this, count] {
-            if (auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget())) {
-                ++*count;
-                box->accept();
-            }
-        });
     }
 
 private slots:
@@ -179,11 +167,10 @@ private slots:
     void acceptRefusesOpenChains() {
         Get<QAction>("actionEdit_mode")->setChecked(true);
         Get<QAction>("actionUnlinkAll")->trigger();
-        int shown = 0;
-        AcceptNextMessageBox(&shown);
         Get<QAction>("actionAcceptLinks")->setEnabled(true);
-        Get<QAction>("actionAcceptLinks")->trigger();
-        QCOMPARE(shown, 1);
+        const QStringList shown =
+            ZYLTPPanelTestHost::AnswerMessageBoxes([this] { Get<QAction>("actionAcceptLinks")->trigger(); });
+        QCOMPARE(shown.size(), 1);
         QCOMPARE(Procedure()->GetNumLinks(), 0);
         QVERIFY(!m_host.GetButton(QDialogButtonBox::Ok)->isEnabled());
     }
@@ -214,14 +201,14 @@ private slots:
         };
         QList<double> expected = values();
         SelectRows({1, 2, 3});
-        int shown = 0;
-        AcceptNextMessageBox(&shown);
-        Get<QDoubleSpinBox>(qPrintable(field))->setValue(value);
-        if (!reset.isEmpty()) {
-            Get<QAbstractButton>(qPrintable(reset))->click();
-            value = Procedure()->GetAddingFeedrate();
-        }
-        QCOMPARE(shown, messages);
+        const QStringList shown = ZYLTPPanelTestHost::AnswerMessageBoxes([&] {
+            Get<QDoubleSpinBox>(qPrintable(field))->setValue(value);
+            if (!reset.isEmpty()) {
+                Get<QAbstractButton>(qPrintable(reset))->click();
+                value = Procedure()->GetAddingFeedrate();
+            }
+        });
+        QCOMPARE(shown.size(), messages);
         if (!messages)
             expected[1] = expected[2] = expected[3] = value;
         QCOMPARE(values(), expected);

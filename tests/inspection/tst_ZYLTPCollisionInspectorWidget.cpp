@@ -13,15 +13,12 @@
 #include "ZYLTPProgram.h"
 #include "ZYLTPRollLayupProcedure.h"
 
-#include <QApplication>
 #include <QDoubleSpinBox>
 #include <QIcon>
-#include <QMessageBox>
 #include <QPointer>
 #include <QPushButton>
 #include <QTableView>
 #include <QTest>
-#include <QTimer>
 
 // A colliding laying point: its course and its index there.
 struct Hit { const ZYLTPCourse *course; int index; };
@@ -67,15 +64,9 @@ private:
     }
     // Clicks "Avoid collisions"; returns the text of the error box it raised, if any.
     QString Avoid() {
-        QString error;
-        QTimer closer;
-        connect(&closer, &QTimer::timeout, this, [&error] {
-            if (auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget()))
-                error = box->text(), box->accept();
-        });
-        closer.start(10);
-        Find<QPushButton>("pushButtonUpdateCollisionAvoidance")->click();
-        return error;
+        return ZYLTPPanelTestHost::AnswerMessageBoxes(
+                   [this] { Find<QPushButton>("pushButtonUpdateCollisionAvoidance")->click(); })
+            .value(0);
     }
 
     ZYLTPPanelTestHost m_host;

@@ -21,13 +21,11 @@
 #include <QDoubleSpinBox>
 #include <QGraphicsItem>
 #include <QGraphicsView>
-#include <QMessageBox>
 #include <QPaintEngine>
 #include <QPushButton>
 #include <QSpinBox>
 #include <QTableWidget>
 #include <QTest>
-#include <QTimer>
 
 namespace {
 
@@ -136,16 +134,6 @@ class tst_ZYLTPEditLayingPoints : public QObject {
         view->render(&painter);
         return recording;
     }
-    // Answers a message box the next event loop shows with OK and returns its text through
-    // `text`; callers let the loop run (qWait) before `text` goes out of scope.
-    static void AnswerBox(QString *text) {
-        QTimer::singleShot(0, [text] {
-            if (auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget())) {
-                *text = box->text();
-                box->accept();
-            }
-        });
-    }
 
     // Starts the command and picks `m_course` in the 3-D view; true once its points are listed.
     bool Open() {
@@ -232,10 +220,9 @@ private slots:
         Control<QCheckBox>("checkBoxForwardTilt")->setChecked(true);
         box->selectAll();
         QTest::keyClicks(box, QStringLiteral("100")); // degrees, beyond 1.55 rad
-        QString refused;
-        AnswerBox(&refused); // were the value taken, the model's refusal would be shown
-        QTest::keyClick(box, Qt::Key_Return);
-        QTest::qWait(1);
+        // Were the value taken, the model's refusal would be shown.
+        QCOMPARE(ZYLTPPanelTestHost::AnswerMessageBoxes([box] { QTest::keyClick(box, Qt::Key_Return); }),
+                 QStringList());
         QVERIFY(box->value() <= 1.55);
         QVERIFY(qAbs(Trajectory(2)->GetForwardTilt()) <= 1.55);
     }
@@ -425,11 +412,9 @@ private slots:
         QVERIFY(Draw(Graph(true))->ellipses >= 3);
         Select(Points(), {c, c + 2});
         Finish(Control<QDoubleSpinBox>("doubleSpinBoxCollisionAvoidance"), distance);
-        QString message;
-        AnswerBox(&message);
-        Control<QPushButton>("pushButtonUpdateCollisionAvoidance")->click();
-        QTest::qWait(1);
-        QCOMPARE(message, corrected ? QString() : QStringLiteral("Update collision failed."));
+        const QStringList messages = ZYLTPPanelTestHost::AnswerMessageBoxes(
+            [this] { Control<QPushButton>("pushButtonUpdateCollisionAvoidance")->click(); });
+        QCOMPARE(messages, corrected ? QStringList() : QStringList{"Update collision failed."});
         for (int point : {c, c + 2})
             QCOMPARE(Trajectory(point)->GetSideTilt() != 0.45, corrected);
         QCOMPARE(Trajectory(c + 1)->GetSideTilt(), 0.45);

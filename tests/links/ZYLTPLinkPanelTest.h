@@ -10,9 +10,7 @@
 #include "ZYLTPProgram.h"
 #include "ZYLTPRollLayupProcedure.h"
 
-#include <QApplication>
 #include <QListView>
-#include <QMessageBox>
 #include <QtTest>
 
 #include <functional>
@@ -60,15 +58,6 @@ protected:
     }
     template<class Kind> QList<std::pair<int, ZYLTPCourseLink *>> LinksOf() const {
         return Links([](ZYLTPCourseLink *link) { return qobject_cast<Kind *>(link) != nullptr; });
-    }
-    // Closes the next message box with Ok as soon as it shows, keeping its text.
-    void CloseNextMessageBox(QString *text) const {
-        QTimer::singleShot(0, qApp, [text] {
-            if (auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget())) {
-                *text = box->text();
-                box->accept();
-            }
-        });
     }
 
     std::unique_ptr<ZYLTPPanelTestHost> m_host;

@@ -73,10 +73,9 @@ private slots:
         // A new model for a custom link warns that its shape goes, and replaces it; Cancel
         // (in cleanup) must not read the new link that the rollback deletes.
         Select({custom[0].first});
-        QString warning;
-        CloseNextMessageBox(&warning);
-        model->setCurrentIndex(model->findData(int(ZYLTPCourseLink::SafetyPlane)));
-        QCOMPARE(warning, QStringLiteral("The changes on the custom links will be discard."));
+        QCOMPARE(ZYLTPPanelTestHost::AnswerMessageBoxes(
+                     [model] { model->setCurrentIndex(model->findData(int(ZYLTPCourseLink::SafetyPlane))); }),
+                 QStringList{"The changes on the custom links will be discard."});
         QVERIFY(qobject_cast<const ZYLTPSafetyPlaneCourseLink *>(Row<Link>(custom[0].first)));
         QCOMPARE(model->count(), models);
     }
@@ -89,10 +88,9 @@ private slots:
         const auto *last = static_cast<const ZYLTPLinearCourseLink *>(straight[1].second);
         const double before = last->GetRapidApproach();
         QCOMPARE(approach->value(), before);
-        QString warning;
-        CloseNextMessageBox(&warning);
         approach->setValue(0.0);
-        emit approach->editingFinished();
+        const QString warning =
+            ZYLTPPanelTestHost::AnswerMessageBoxes([approach] { emit approach->editingFinished(); }).join('\n');
         QVERIFY2(warning.contains(QStringLiteral("is restored")), qPrintable(warning));
         QCOMPARE(approach->value(), before);
         // A valid distance goes to every selected straight link, the other one stays.

@@ -16,8 +16,11 @@
 #include "ZYLVisEnvironment.h"
 #include "ZYLVisPickRay.h"
 
+#include <QApplication>
+#include <QMessageBox>
 #include <QPushButton>
 #include <QTemporaryDir>
+#include <QTimer>
 #include <QWidget>
 
 struct ZYLTPPanelTestHost::Data {
@@ -138,4 +141,19 @@ void ZYLTPPanelTestHost::ClickAt(const ZYLMathPoint &point, double radius, Qt::K
 
 QByteArray ZYLTPPanelTestHost::Serialize() const {
     return ZYLTPProgramFile::Serialize(*GetProgram());
+}
+
+QStringList ZYLTPPanelTestHost::AnswerMessageBoxes(const std::function<void()> &action) {
+    // A box runs its own event loop, in which the timer answers it.
+    QStringList texts;
+    QTimer answer;
+    QObject::connect(&answer, &QTimer::timeout, &answer, [&texts] {
+        if (auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget())) {
+            texts.append(box->text());
+            box->accept();
+        }
+    });
+    answer.start(10);
+    action();
+    return texts;
 }

@@ -5,7 +5,9 @@
 #include <QDialogButtonBox>
 #include <Qt>
 #include <QString>
+#include <QStringList>
 
+#include <functional>
 #include <memory>
 
 class QAbstractButton;
@@ -61,6 +63,10 @@ public:
 
     /// Returns the program's file bytes as they would be saved now.
     QByteArray Serialize() const;
+
+    /// Runs `action`, answering with OK every message box it shows, and returns their texts
+    /// in the order they were shown.
+    static QStringList AnswerMessageBoxes(const std::function<void()> &action);
 
 private:
     struct Data;
