@@ -3,9 +3,9 @@
 
 #include "ZYLEditTPGraphicsMgr.h"
 #include "ZYLTPEditCourseWidget.h"
+#include "ZYLTPEditGraphics.h"
 
 #include "ZYLVisEnvironment.h"
-#include "ZYLVisEnvironmentBatchContext.h"
 
 ZYLTPEditCourseCmd::ZYLTPEditCourseCmd(QObject *parent)
     : ZYLCmdDialogCommand(parent, CancelWhenInterrupted, OwnTransaction) {}
@@ -29,12 +29,8 @@ bool ZYLTPEditCourseCmd::Cleanup() {
 }
 
 void ZYLTPEditCourseCmd::RestoreGraphics() {
-    ZYLEditTPGraphicsMgr *manager = ZYLEditTPGraphicsMgr::GetManager();
-    ZYLVisEnvironment *environment = manager ? manager->GetEditToolPathVisEnvironment() : nullptr;
-    if (!environment)
-        return;
-    ZYLVisEnvironmentBatchContext batch(environment);
-    manager->SetAllVirtualNodesSelectable(false);
-    environment->SetSelectionFilter(nullptr);
-    manager->UpdateAllGraphics(manager->GetCurrentOptions());
+    ZYLTPEditGraphics::Rebuild([](ZYLEditTPGraphicsMgr &manager, ZYLVisEnvironment &environment) {
+        manager.SetAllVirtualNodesSelectable(false);
+        environment.SetSelectionFilter(nullptr);
+    });
 }

@@ -3,6 +3,7 @@
 #include "ui_ZYLTPEditCourseWidget.h"
 
 #include "ZYLEditTPGraphicsMgr.h"
+#include "ZYLTPEditGraphics.h"
 #include "ZYLTPEditCourseCmd.h"
 #include "ZYLTPMetaTypes.h"
 
@@ -44,8 +45,7 @@ ZYLEditTPGraphicsMgr *Manager() {
 }
 
 ZYLVisEnvironment *Scene() {
-    ZYLEditTPGraphicsMgr *manager = Manager();
-    return manager ? manager->GetEditToolPathVisEnvironment() : nullptr;
+    return ZYLTPEditGraphics::GetEditEnvironment();
 }
 
 const ZYLTPProgram *Program() {

@@ -3,22 +3,14 @@
 
 #include "ZYLEditTPGraphicsMgr.h"
 #include "ZYLTPCollisionInspectorWidget.h"
+#include "ZYLTPEditGraphics.h"
 
 #include "ZYLVisEnvironment.h"
 #include "ZYLVisEnvironmentBatchContext.h"
 
-namespace {
-
-ZYLVisEnvironment *EditEnvironment() {
-    ZYLEditTPGraphicsMgr *manager = ZYLEditTPGraphicsMgr::GetManager();
-    return manager ? manager->GetEditToolPathVisEnvironment() : nullptr;
-}
-
-} // namespace
-
 ZYLTPCollisionInspectorCmd::ZYLTPCollisionInspectorCmd(QObject *parent)
     : ZYLCmdDialogCommand(parent, CancelWhenInterrupted, OwnTransaction) {
-    if (ZYLVisEnvironment *environment = EditEnvironment())
+    if (ZYLVisEnvironment *environment = ZYLTPEditGraphics::GetEditEnvironment())
         connect(environment, &ZYLVisEnvironment::MouseEvent, this, &ZYLTPCollisionInspectorCmd::OnMouseEvent);
 }
 
@@ -32,7 +24,7 @@ QWidget *ZYLTPCollisionInspectorCmd::CreateContentWidget(QWidget *parent) {
 
 void ZYLTPCollisionInspectorCmd::GainFocus() {
     PrepareGraphics();
-    if (ZYLVisEnvironment *environment = EditEnvironment())
+    if (ZYLVisEnvironment *environment = ZYLTPEditGraphics::GetEditEnvironment())
         environment->SetMouseInteraction(ZYLVisEnvironment::DeliverClicks | ZYLVisEnvironment::DeliverMoves);
     ZYLCmdDialogCommand::GainFocus();
 }
@@ -40,7 +32,7 @@ void ZYLTPCollisionInspectorCmd::GainFocus() {
 bool ZYLTPCollisionInspectorCmd::Cleanup() {
     if (auto *inspector = qobject_cast<ZYLTPCollisionInspectorWidget *>(GetContentWidget()))
         inspector->Release();
-    if (ZYLVisEnvironment *environment = EditEnvironment()) {
+    if (ZYLVisEnvironment *environment = ZYLTPEditGraphics::GetEditEnvironment()) {
         environment->SetMouseInteraction(ZYLVisEnvironment::NoMouseInteraction);
         disconnect(environment, nullptr, this, nullptr);
     }
@@ -49,22 +41,19 @@ bool ZYLTPCollisionInspectorCmd::Cleanup() {
 }
 
 void ZYLTPCollisionInspectorCmd::PrepareGraphics() {
-    ZYLEditTPGraphicsMgr *manager = ZYLEditTPGraphicsMgr::GetManager();
-    if (!EditEnvironment())
+    ZYLVisEnvironment *environment = ZYLTPEditGraphics::GetEditEnvironment();
+    if (!environment)
         return;
-    ZYLVisEnvironmentBatchContext batch(EditEnvironment());
+    ZYLEditTPGraphicsMgr *manager = ZYLEditTPGraphicsMgr::GetManager();
+    ZYLVisEnvironmentBatchContext batch(environment);
     manager->SetVirtualNodesVisibility(false, manager->GetToolPathVirtualNodes(ZYLEditTPGraphicsMgr::CourseNodes));
     manager->SetVirtualNodesVisibility(false,
                                        manager->GetToolPathVirtualNodes(ZYLEditTPGraphicsMgr::CourseLinkNodes));
 }
 
 void ZYLTPCollisionInspectorCmd::RestoreGraphics() {
-    ZYLEditTPGraphicsMgr *manager = ZYLEditTPGraphicsMgr::GetManager();
-    if (!EditEnvironment())
-        return;
-    ZYLVisEnvironmentBatchContext batch(EditEnvironment());
-    manager->UpdateUISettingGraphics();
-    manager->UpdateAllGraphics(manager->GetCurrentOptions());
+    ZYLTPEditGraphics::Rebuild(
+        [](ZYLEditTPGraphicsMgr &manager, ZYLVisEnvironment &) { manager.UpdateUISettingGraphics(); });
 }
 
 void ZYLTPCollisionInspectorCmd::OnMouseEvent(const ZYLVisMouseEvent &event) {

@@ -4,6 +4,7 @@
 #include "ui_ZYLTPCollisionInspectorWidget.h"
 
 #include "ZYLEditTPGraphicsMgr.h"
+#include "ZYLTPEditGraphics.h"
 #include "ZYLTPCollisionInspectorCmd.h"
 #include "ZYLTPRayPicker.h"
 
@@ -200,9 +201,7 @@ struct ZYLTPCollisionInspectorWidget::Data {
     std::unique_ptr<ZYLVisVirtualObject> collisionPointsNode;
 
     static ZYLEditTPGraphicsMgr *Manager() { return ZYLEditTPGraphicsMgr::GetManager(); }
-    static ZYLVisEnvironment *Environment() {
-        return Manager() ? Manager()->GetEditToolPathVisEnvironment() : nullptr;
-    }
+    static ZYLVisEnvironment *Environment() { return ZYLTPEditGraphics::GetEditEnvironment(); }
 
     QItemSelectionModel *Selection() const { return ui.tableWidget->selectionModel(); }
     bool IsRowSelected(int row) const { return Selection()->isRowSelected(row, {}); }

@@ -3,9 +3,9 @@
 
 #include "ZYLEditTPGraphicsMgr.h"
 #include "ZYLTPContextualViewWidget.h"
+#include "ZYLTPEditGraphics.h"
 
 #include "ZYLVisEnvironment.h"
-#include "ZYLVisEnvironmentBatchContext.h"
 
 ZYLTPContextualViewCmd::ZYLTPContextualViewCmd(QObject *parent)
     : ZYLCmdDialogCommand(parent, CancelWhenInterrupted, OwnTransaction) {}
@@ -28,13 +28,9 @@ bool ZYLTPContextualViewCmd::Cleanup() {
 }
 
 void ZYLTPContextualViewCmd::RestoreGraphics() {
-    ZYLEditTPGraphicsMgr *manager = ZYLEditTPGraphicsMgr::GetManager();
-    ZYLVisEnvironment *environment = manager ? manager->GetEditToolPathVisEnvironment() : nullptr;
-    if (!environment)
-        return;
-    ZYLVisEnvironmentBatchContext batch(environment);
-    manager->SetAllVirtualNodesSelectable(false);
-    environment->SetSelectionFilter(nullptr);
-    environment->SetMouseInteraction(ZYLVisEnvironment::NoMouseInteraction);
-    manager->UpdateAllGraphics(manager->GetCurrentOptions());
+    ZYLTPEditGraphics::Rebuild([](ZYLEditTPGraphicsMgr &manager, ZYLVisEnvironment &environment) {
+        manager.SetAllVirtualNodesSelectable(false);
+        environment.SetSelectionFilter(nullptr);
+        environment.SetMouseInteraction(ZYLVisEnvironment::NoMouseInteraction);
+    });
 }

@@ -4,6 +4,7 @@
 #include "ui_ZYLTPContextualViewWidget.h"
 
 #include "ZYLEditTPGraphicsMgr.h"
+#include "ZYLTPEditGraphics.h"
 #include "ZYLTPRayPicker.h"
 
 #include "ZYLSysValue.h"
@@ -172,9 +173,7 @@ struct ZYLTPContextualViewWidget::Data {
     std::unique_ptr<ZYLVisVirtualObject> highlight;
 
     static ZYLEditTPGraphicsMgr *Manager() { return ZYLEditTPGraphicsMgr::GetManager(); }
-    static ZYLVisEnvironment *Environment() {
-        return Manager() ? Manager()->GetEditToolPathVisEnvironment() : nullptr;
-    }
+    static ZYLVisEnvironment *Environment() { return ZYLTPEditGraphics::GetEditEnvironment(); }
 };
 
 ZYLTPContextualViewWidget::ZYLTPContextualViewWidget(QWidget *parent)

@@ -3,6 +3,7 @@
 
 #include "ZYLEditTPGraphicsMgr.h"
 #include "ZYLTPEditCourseLayingPointsWidget.h"
+#include "ZYLTPEditGraphics.h"
 
 #include "ZYLTPCourse.h"
 #include "ZYLTPProcedure.h"
@@ -40,8 +41,7 @@ QWidget *ZYLTPEditCourseLayingPointsCmd::CreateContentWidget(QWidget *parent) {
 }
 
 ZYLVisEnvironment *ZYLTPEditCourseLayingPointsCmd::GetVisEnvironment() {
-    ZYLEditTPGraphicsMgr *manager = ZYLEditTPGraphicsMgr::GetManager();
-    return manager ? manager->GetEditToolPathVisEnvironment() : nullptr;
+    return ZYLTPEditGraphics::GetEditEnvironment();
 }
 
 void ZYLTPEditCourseLayingPointsCmd::GainFocus() {
@@ -177,12 +177,8 @@ bool ZYLTPEditCourseLayingPointsCmd::Cleanup() {
 }
 
 void ZYLTPEditCourseLayingPointsCmd::RestoreGraphics() {
-    ZYLVisEnvironment *environment = GetVisEnvironment();
-    if (!environment)
-        return;
-    ZYLEditTPGraphicsMgr *manager = ZYLEditTPGraphicsMgr::GetManager();
-    ZYLVisEnvironmentBatchContext batch(environment);
-    manager->SetAllVirtualNodesSelectable(false);
-    manager->UpdateUISettingGraphics();
-    manager->UpdateAllGraphics(manager->GetCurrentOptions());
+    ZYLTPEditGraphics::Rebuild([](ZYLEditTPGraphicsMgr &manager, ZYLVisEnvironment &) {
+        manager.SetAllVirtualNodesSelectable(false);
+        manager.UpdateUISettingGraphics();
+    });
 }

@@ -3,6 +3,7 @@
 
 #include "ZYLEditTPGraphicsMgr.h"
 #include "ZYLTPEditLinkingPointsWidget.h"
+#include "ZYLTPEditGraphics.h"
 #include "ZYLTPLinkEdit.h"
 
 #include "ZYLSysException.h"
@@ -23,7 +24,7 @@ ZYLTPEditLinkingPointsCmd::~ZYLTPEditLinkingPointsCmd() = default;
 
 void ZYLTPEditLinkingPointsCmd::GainFocus() {
     ShowLinksGraphics();
-    if (ZYLVisEnvironment *environment = ZYLTPLinkEdit::GetEditEnvironment()) {
+    if (ZYLVisEnvironment *environment = ZYLTPEditGraphics::GetEditEnvironment()) {
         connect(environment, &ZYLVisEnvironment::VisualizationSelectionChanged, this,
                 &ZYLTPEditLinkingPointsCmd::OnVisualizationSelectionChanged, Qt::UniqueConnection);
         environment->SetSelectionFilter(new ZYLVisFunctionFilter(true, [](const ZYLVisObject *) { return true; }));
@@ -38,7 +39,7 @@ void ZYLTPEditLinkingPointsCmd::GainFocus() {
 bool ZYLTPEditLinkingPointsCmd::Cleanup() {
     // After a cancel the edited link may be gone with the rollback; the rebuild below changes
     // the 3-D selection, which neither the command nor the panel may follow any more.
-    if (ZYLVisEnvironment *environment = ZYLTPLinkEdit::GetEditEnvironment())
+    if (ZYLVisEnvironment *environment = ZYLTPEditGraphics::GetEditEnvironment())
         disconnect(environment, nullptr, this, nullptr);
     if (auto *widget = qobject_cast<ZYLTPEditLinkingPointsWidget *>(GetContentWidget()))
         widget->Detach();
@@ -69,7 +70,7 @@ void ZYLTPEditLinkingPointsCmd::RestoreGraphics() {
 
 void ZYLTPEditLinkingPointsCmd::OnVisualizationSelectionChanged(const QSet<ZYLVisObject *> &,
                                                                 const QSet<ZYLVisObject *> &) {
-    ZYLVisEnvironment *environment = ZYLTPLinkEdit::GetEditEnvironment();
+    ZYLVisEnvironment *environment = ZYLTPEditGraphics::GetEditEnvironment();
     ZYLEditTPGraphicsMgr *manager = ZYLEditTPGraphicsMgr::GetManager();
     if (!environment || !manager)
         return;

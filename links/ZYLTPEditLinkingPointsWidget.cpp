@@ -3,6 +3,7 @@
 #include "ui_ZYLTPEditLinkingPointsWidget.h"
 
 #include "ZYLEditTPGraphicsMgr.h"
+#include "ZYLTPEditGraphics.h"
 #include "ZYLTPLinkEdit.h"
 #include "ZYLTPMetaTypes.h"
 
@@ -325,8 +326,7 @@ ZYLTPEditLinkingPointsWidget::ZYLTPEditLinkingPointsWidget(QWidget *parent)
     d->points = new QStandardItemModel(this);
     d->ui.listView_Sel->setModel(d->points);
 
-    ZYLEditTPGraphicsMgr *manager = Manager();
-    d->environment = manager ? manager->GetEditToolPathVisEnvironment() : nullptr;
+    d->environment = ZYLTPEditGraphics::GetEditEnvironment();
     if (d->environment) {
         d->gizmo = std::make_unique<ZYLVisGizmo>(d->environment);
         d->gizmo->SetEnabledInteraction(55);

@@ -3,6 +3,7 @@
 #include "ui_ZYLTPEditLinksWidget.h"
 
 #include "ZYLEditTPGraphicsMgr.h"
+#include "ZYLTPEditGraphics.h"
 #include "ZYLTPLinkEdit.h"
 #include "ZYLTPMetaTypes.h"
 
@@ -83,7 +84,7 @@ struct ZYLTPEditLinksWidget::Data {
     void ApplyRapidDistances(QDoubleSpinBox *field);
 
     void ConnectScene() {
-        ZYLTPLinkEdit::Reconnect(sceneConnection, ZYLTPLinkEdit::GetEditEnvironment(),
+        ZYLTPLinkEdit::Reconnect(sceneConnection, ZYLTPEditGraphics::GetEditEnvironment(),
                                  &ZYLVisEnvironment::VisualizationSelectionChanged, q,
                                  &ZYLTPEditLinksWidget::OnVisualizationSelectionChanged);
     }
@@ -227,7 +228,7 @@ void ZYLTPEditLinksWidget::Data::ApplyRapidDistances(QDoubleSpinBox *field) {
     if (selected.isEmpty() || !ValidateInputValue(selected.last(), field))
         return;
     ZYLEditTPGraphicsMgr *manager = Manager();
-    const ZYLVisEnvironmentBatchContext batch(ZYLTPLinkEdit::GetEditEnvironment());
+    const ZYLVisEnvironmentBatchContext batch(ZYLTPEditGraphics::GetEditEnvironment());
     const double approach = ui.doubleSpinBox_RapidApproachDis->value();
     const double retract = ui.doubleSpinBox_RapidRetractDis->value();
     QList<ZYLTPLinearCourseLink *> straights;
@@ -265,7 +266,7 @@ void ZYLTPEditLinksWidget::Data::ApplyOffPartMotionModel() {
     SetRapidFieldsEnabled(strategy == ZYLTPCourseLink::Linear);
 
     ZYLEditTPGraphicsMgr *manager = Manager();
-    ZYLVisEnvironment *environment = ZYLTPLinkEdit::GetEditEnvironment();
+    ZYLVisEnvironment *environment = ZYLTPEditGraphics::GetEditEnvironment();
     const ZYLVisEnvironmentBatchContext batch(environment);
     struct Replacement {
         const ZYLTPCourseLink *old;
@@ -344,7 +345,7 @@ ZYLTPEditLinksWidget::ZYLTPEditLinksWidget(QWidget *parent)
 
     d->FillLinksList();
 
-    if (ZYLVisEnvironment *environment = ZYLTPLinkEdit::GetEditEnvironment()) {
+    if (ZYLVisEnvironment *environment = ZYLTPEditGraphics::GetEditEnvironment()) {
         environment->SetSelectionFilter(new ZYLVisFunctionFilter(true, [](const ZYLVisObject *) { return true; }));
         environment->SetVisualizationSelection({});
         environment->SetPreSelectedObjects({});
@@ -396,7 +397,7 @@ void ZYLTPEditLinksWidget::OnDeselectAllButtonClicked() {
 
 void ZYLTPEditLinksWidget::OnVisualizationSelectionChanged(const QSet<ZYLVisObject *> &selected,
                                                            const QSet<ZYLVisObject *> &deselected) {
-    ZYLVisEnvironment *environment = ZYLTPLinkEdit::GetEditEnvironment();
+    ZYLVisEnvironment *environment = ZYLTPEditGraphics::GetEditEnvironment();
     if ((selected.isEmpty() && deselected.isEmpty()) || !environment)
         return;
     const QSet<ZYLVisObject *> selection = environment->GetVisualizationSelection();
@@ -419,7 +420,7 @@ void ZYLTPEditLinksWidget::OnVisualizationSelectionChanged(const QSet<ZYLVisObje
 }
 
 void ZYLTPEditLinksWidget::OnLinkListSelectionChanged(const QItemSelection &, const QItemSelection &) {
-    ZYLVisEnvironment *environment = ZYLTPLinkEdit::GetEditEnvironment();
+    ZYLVisEnvironment *environment = ZYLTPEditGraphics::GetEditEnvironment();
     if (environment) {
         disconnect(d->sceneConnection);
         environment->SetVisualizationSelection({});

@@ -54,8 +54,3 @@ void ZYLTPLinkEdit::RestoreGraphics() {
     if (ZYLEditTPGraphicsMgr *manager = ZYLEditTPGraphicsMgr::GetManager())
         manager->UpdateAllGraphics(manager->GetCurrentOptions());
 }
-
-ZYLVisEnvironment *ZYLTPLinkEdit::GetEditEnvironment() {
-    ZYLEditTPGraphicsMgr *manager = ZYLEditTPGraphicsMgr::GetManager();
-    return manager ? manager->GetEditToolPathVisEnvironment() : nullptr;
-}

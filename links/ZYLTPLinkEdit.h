@@ -8,7 +8,6 @@
 #include <functional>
 
 class QString;
-class ZYLVisEnvironment;
 
 /// What the two link commands and their panels share: the links display, and groups of model
 /// edits run as one.
@@ -24,8 +23,6 @@ public:
     static ZYLTPVisualizationOptions GetLinksOptions(ZYLTPVisualizationOptions::VectorsToDisplay endPointVectors);
     /// Rebuilds the tool path nodes with the current options.
     static void RestoreGraphics();
-    /// Returns the graphics manager's edit environment, or null.
-    static ZYLVisEnvironment *GetEditEnvironment();
 
     /// Runs `edits` as one: in a transaction named `name` nested in the command's (on the
     /// current feature environment's container), kept when the edits return and rolled back

@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: LicenseRef-ZYL-Proprietary
+#include "ZYLTPEditGraphics.h"
+
+#include "ZYLEditTPGraphicsMgr.h"
+
+#include "ZYLVisEnvironment.h"
+#include "ZYLVisEnvironmentBatchContext.h"
+
+ZYLVisEnvironment *ZYLTPEditGraphics::GetEditEnvironment() {
+    ZYLEditTPGraphicsMgr *manager = ZYLEditTPGraphicsMgr::GetManager();
+    return manager ? manager->GetEditToolPathVisEnvironment() : nullptr;
+}
+
+void ZYLTPEditGraphics::Rebuild(const std::function<void(ZYLEditTPGraphicsMgr &, ZYLVisEnvironment &)> &prepare) {
+    ZYLVisEnvironment *environment = GetEditEnvironment();
+    if (!environment)
+        return;
+    ZYLEditTPGraphicsMgr *manager = ZYLEditTPGraphicsMgr::GetManager();
+    ZYLVisEnvironmentBatchContext batch(environment);
+    prepare(*manager, *environment);
+    manager->UpdateAllGraphics(manager->GetCurrentOptions());
+}

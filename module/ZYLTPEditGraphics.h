@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: LicenseRef-ZYL-Proprietary
+#pragma once
+
+#include <functional>
+
+class ZYLEditTPGraphicsMgr;
+class ZYLVisEnvironment;
+
+/// What the module's commands and panels share about the 3-D view of the edit environment.
+class ZYLTPEditGraphics {
+public:
+    ZYLTPEditGraphics() = delete;
+
+    /// Returns the graphics manager's edit environment, or null when there is no manager or
+    /// no edit environment.
+    static ZYLVisEnvironment *GetEditEnvironment();
+    /// Inside one batch on the edit environment, runs `prepare` and then rebuilds every tool
+    /// path node with the manager's current options, so that the view redraws once. Does
+    /// nothing without an edit environment.
+    static void Rebuild(const std::function<void(ZYLEditTPGraphicsMgr &, ZYLVisEnvironment &)> &prepare);
+};
