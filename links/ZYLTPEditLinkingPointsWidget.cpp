@@ -194,18 +194,10 @@ void ZYLTPEditLinkingPointsWidget::Data::RefreshLinkGraphics() {
 
 void ZYLTPEditLinkingPointsWidget::Data::FillPointList() {
     points->clear();
-    QIcon icon;
-    icon.addPixmap(ZYLSysResourceManager::GetImage(QStringLiteral("selection-non-empty")), QIcon::Selected, QIcon::Off);
-    icon.addPixmap(ZYLSysResourceManager::GetImage(QStringLiteral("select")), QIcon::Normal, QIcon::Off);
+    const QIcon icon = ZYLTPLinkEdit::GetRowIcon();
     QList<QStandardItem *> rows;
-    for (const ZYLTPOffPartPoint *point : GetLinkInteriorPoints(EditedLink())) {
-        const QString text = tr("Point.%1").arg(rows.size() + 1);
-        auto *item = new QStandardItem(icon, text);
-        item->setToolTip(text);
-        item->setData(QVariant::fromValue(point), Qt::UserRole);
-        item->setEditable(false);
-        rows.append(item);
-    }
+    for (const ZYLTPOffPartPoint *point : GetLinkInteriorPoints(EditedLink()))
+        rows.append(ZYLTPLinkEdit::NewRow(icon, tr("Point.%1").arg(rows.size() + 1), QVariant::fromValue(point)));
     // One insertion for all rows: a link may have thousands of points.
     points->insertColumn(0, rows);
 }

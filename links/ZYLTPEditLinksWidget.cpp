@@ -123,19 +123,11 @@ QList<const ZYLTPCourseLink *> ZYLTPEditLinksWidget::Data::GetAllLinks() const {
 }
 
 void ZYLTPEditLinksWidget::Data::FillLinksList() {
-    QIcon icon;
-    icon.addPixmap(ZYLSysResourceManager::GetImage(QStringLiteral("selection-non-empty")), QIcon::Selected, QIcon::Off);
-    icon.addPixmap(ZYLSysResourceManager::GetImage(QStringLiteral("select")), QIcon::Normal, QIcon::Off);
+    const QIcon icon = ZYLTPLinkEdit::GetRowIcon();
     links->clear();
     int number = 0;
-    for (const ZYLTPCourseLink *link : GetAllLinks()) {
-        const QString text = tr("Link.%1").arg(++number);
-        auto *item = new QStandardItem(icon, text);
-        item->setToolTip(text);
-        item->setData(QVariant::fromValue(link), Qt::UserRole);
-        item->setEditable(false);
-        links->appendRow(item);
-    }
+    for (const ZYLTPCourseLink *link : GetAllLinks())
+        links->appendRow(ZYLTPLinkEdit::NewRow(icon, tr("Link.%1").arg(++number), QVariant::fromValue(link)));
 }
 
 QList<const ZYLTPCourseLink *> ZYLTPEditLinksWidget::Data::GetSelectedLinks() const {

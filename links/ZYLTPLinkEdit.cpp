@@ -8,6 +8,10 @@
 #include "ZYLFeatTransactionContext.h"
 #include "ZYLVisEnvironmentBatchContext.h"
 
+#include "ZYLSysResourceManager.h"
+
+#include <QIcon>
+#include <QStandardItem>
 #include <QString>
 
 void ZYLTPLinkEdit::Run(const QString &name, const std::function<void()> &edits) {
@@ -53,4 +57,19 @@ ZYLTPVisualizationOptions ZYLTPLinkEdit::GetLinksOptions(ZYLTPVisualizationOptio
 void ZYLTPLinkEdit::RestoreGraphics() {
     if (ZYLEditTPGraphicsMgr *manager = ZYLEditTPGraphicsMgr::GetManager())
         manager->UpdateAllGraphics(manager->GetCurrentOptions());
+}
+
+QIcon ZYLTPLinkEdit::GetRowIcon() {
+    QIcon icon;
+    icon.addPixmap(ZYLSysResourceManager::GetImage(QStringLiteral("selection-non-empty")), QIcon::Selected, QIcon::Off);
+    icon.addPixmap(ZYLSysResourceManager::GetImage(QStringLiteral("select")), QIcon::Normal, QIcon::Off);
+    return icon;
+}
+
+QStandardItem *ZYLTPLinkEdit::NewRow(const QIcon &icon, const QString &text, const QVariant &value) {
+    auto *item = new QStandardItem(icon, text);
+    item->setToolTip(text);
+    item->setData(value, Qt::UserRole);
+    item->setEditable(false);
+    return item;
 }

@@ -7,10 +7,13 @@
 
 #include <functional>
 
+class QIcon;
+class QStandardItem;
 class QString;
+class QVariant;
 
-/// What the two link commands and their panels share: the links display, and groups of model
-/// edits run as one.
+/// What the two link commands and their panels share: the links display, groups of model
+/// edits run as one, and the rows of their selection lists.
 class ZYLTPLinkEdit {
 public:
     ZYLTPLinkEdit() = delete;
@@ -29,6 +32,12 @@ public:
     /// when one of them throws (the exception then goes on to the caller), so that a failure
     /// half way changes nothing. Without a container the edits run as they are.
     static void Run(const QString &name, const std::function<void()> &edits);
+
+    /// Returns the icon of the rows of the panels' selection lists.
+    static QIcon GetRowIcon();
+    /// Returns a new read-only row of a selection list that shows `text` (also as its tool tip)
+    /// with `icon` and carries `value` under `Qt::UserRole`.
+    static QStandardItem *NewRow(const QIcon &icon, const QString &text, const QVariant &value);
 
     /// Replaces `connection` by one of `sender`'s `signal` to `receiver`'s `slot` (none for a
     /// null sender), so that a handler that stopped half way never leaves two behind.
