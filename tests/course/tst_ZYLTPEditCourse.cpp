@@ -30,23 +30,7 @@ class tst_ZYLTPEditCourse : public QObject {
     ZYLTPRollLayupProcedure *Procedure() const {
         return qobject_cast<ZYLTPRollLayupProcedure *>(m_host.GetProgram()->GetProcedure(0));
     }
-    template <class T = QWidget>
-    T *Get(const char *name) const {
-        return m_panel->findChild<T *>(QLatin1String(name));
-    }
-    QListView *List() const { return Get<QListView>("listViewCourses"); }
-    QList<int> SelectedRows() const {
-        QList<int> rows;
-        for (const QModelIndex &index : List()->selectionModel()->selectedRows())
-            rows.append(index.row());
-        std::sort(rows.begin(), rows.end());
-        return rows;
-    }
-    void SelectRows(const QList<int> &rows, QItemSelectionModel::SelectionFlags flags = QItemSelectionModel::Select) {
-        List()->clearSelection();
-        for (int row : rows)
-            List()->selectionModel()->select(List()->model()->index(row, 0), flags);
-    }
+    QListView *List() const { return m_host.Find<QListView>("listViewCourses"); }
     // Clicks the middle laying point of the course straight from above.
     void Pick(const ZYLTPCourse *course) {
         m_host.ClickAt(course->GetPoint(course->GetNumPoints() / 2)->GetTipPoint());
@@ -83,15 +67,15 @@ private slots:
         QFETCH(QList<int>, selectedAfter);
         const QList<int> before = Procedure()->GetLayingOrder();
         QCOMPARE(before.size(), 36);
-        SelectRows(rows);
-        Get<QAbstractButton>(up ? "buttonUp" : "buttonDown")->click();
+        m_host.Select(List(), rows);
+        m_host.Find<QAbstractButton>(up ? "buttonUp" : "buttonDown")->click();
         const QList<int> after = Procedure()->GetLayingOrder();
         for (int p = 0; p < fromPositions.size(); ++p)
             QCOMPARE(after[p], before[fromPositions[p]]);
         QCOMPARE(after.mid(5), before.mid(5));
         for (int p = 0; p < after.size(); ++p)
             QCOMPARE(List()->model()->index(p, 0).data().toString(), QStringLiteral("Course.%1").arg(after[p] + 1));
-        QCOMPARE(SelectedRows(), selectedAfter);
+        QCOMPARE(m_host.SelectedRows(List()), selectedAfter);
     }
 
     void sections_data() {
@@ -119,15 +103,15 @@ private slots:
         QFETCH(bool, expanded);
         QFETCH(QStringList, shown);
         if (!action.isEmpty())
-            Get<QAction>(qPrintable(action))->setChecked(true);
-        Get<QAction>("actionMini_toolbar_mode")->setChecked(detailed);
+            m_host.Find<QAction>(qPrintable(action))->setChecked(true);
+        m_host.Find<QAction>("actionMini_toolbar_mode")->setChecked(detailed);
         if (detailed)
-            Get<QAction>("actionExpandCollapseALL")->setChecked(expanded);
+            m_host.Find<QAction>("actionExpandCollapseALL")->setChecked(expanded);
         QStringList visible;
         for (const char *name : {"Button_ApproachRetract", "Button_Feedrate", "Button_Process", "ButtonOrder",
                                  "frame_ApproachRetract", "frame_FeedRate", "frame_Order", "frame_Process", "groupBox_break",
                                  "groupBox_order", "groupBox_reverse", "listViewBreakRanges", "listViewCourses", "scrollArea"})
-            if (Get(name)->isVisibleTo(m_panel))
+            if (m_host.Find(name)->isVisibleTo(m_panel))
                 visible << QLatin1String(name);
         QCOMPARE(visible, shown);
     }
@@ -137,24 +121,24 @@ private slots:
     void relinkChain() {
         const QByteArray saved = m_host.Serialize();
         const QList<int> order = Procedure()->GetLayingOrder();
-        Get<QAction>("actionEdit_mode")->setChecked(true);
-        QVERIFY(Get<QAction>("actionUnlink")->isChecked());
-        Get<QAction>("actionUnlinkAll")->trigger();
+        m_host.Find<QAction>("actionEdit_mode")->setChecked(true);
+        QVERIFY(m_host.Find<QAction>("actionUnlink")->isChecked());
+        m_host.Find<QAction>("actionUnlinkAll")->trigger();
         QCOMPARE(Procedure()->GetNumLinks(), 0);
         const auto states = [this] {
             QList<bool> enabled;
             for (const char *name : {"actionLink", "actionChainLink", "actionAcceptLinks", "actionEdit_mode"})
-                enabled << Get<QAction>(name)->isEnabled();
+                enabled << m_host.Find<QAction>(name)->isEnabled();
             return enabled << m_host.GetButton(QDialogButtonBox::Ok)->isEnabled();
         };
         QCOMPARE(states(), (QList<bool>{true, true, false, false, false}));
-        Get<QAction>("actionChainLink")->setChecked(true);
+        m_host.Find<QAction>("actionChainLink")->setChecked(true);
         for (int index : order)
             Pick(Procedure()->GetCourseByIndex(index));
         QCOMPARE(Procedure()->GetCoursesUnlinkedAtApproach().size(), 1);
         QCOMPARE(Procedure()->GetCoursesUnlinkedAtRetract().size(), 1);
         QCOMPARE(Procedure()->GetLayingOrder(), order);
-        Get<QAction>("actionAcceptLinks")->trigger();
+        m_host.Find<QAction>("actionAcceptLinks")->trigger();
         QVERIFY(Procedure()->GetApproachLink() && Procedure()->GetRetractLink());
         QCOMPARE(states(), (QList<bool>{false, false, true, true, true}));
         QVERIFY(m_host.Press(QDialogButtonBox::Ok));
@@ -165,11 +149,11 @@ private slots:
 
     // Accepting while several courses have no link in refuses with a message and links nothing.
     void acceptRefusesOpenChains() {
-        Get<QAction>("actionEdit_mode")->setChecked(true);
-        Get<QAction>("actionUnlinkAll")->trigger();
-        Get<QAction>("actionAcceptLinks")->setEnabled(true);
+        m_host.Find<QAction>("actionEdit_mode")->setChecked(true);
+        m_host.Find<QAction>("actionUnlinkAll")->trigger();
+        m_host.Find<QAction>("actionAcceptLinks")->setEnabled(true);
         const QStringList shown =
-            ZYLTPPanelTestHost::AnswerMessageBoxes([this] { Get<QAction>("actionAcceptLinks")->trigger(); });
+            ZYLTPPanelTestHost::AnswerMessageBoxes([this] { m_host.Find<QAction>("actionAcceptLinks")->trigger(); });
         QCOMPARE(shown.size(), 1);
         QCOMPARE(Procedure()->GetNumLinks(), 0);
         QVERIFY(!m_host.GetButton(QDialogButtonBox::Ok)->isEnabled());
@@ -200,11 +184,11 @@ private slots:
             return list;
         };
         QList<double> expected = values();
-        SelectRows({1, 2, 3});
+        m_host.Select(List(), {1, 2, 3});
         const QStringList shown = ZYLTPPanelTestHost::AnswerMessageBoxes([&] {
-            Get<QDoubleSpinBox>(qPrintable(field))->setValue(value);
+            m_host.Find<QDoubleSpinBox>(qPrintable(field))->setValue(value);
             if (!reset.isEmpty()) {
-                Get<QAbstractButton>(qPrintable(reset))->click();
+                m_host.Find<QAbstractButton>(qPrintable(reset))->click();
                 value = Procedure()->GetAddingFeedrate();
             }
         });
@@ -236,27 +220,27 @@ private slots:
         const ZYLMathPoint last = course->GetPoint(course->GetNumPoints() - 1)->GetTipPoint();
         const int courses = Procedure()->GetNumCourses();
         if (!action.isEmpty())
-            Get<QAction>(qPrintable(action))->setChecked(true);
+            m_host.Find<QAction>(qPrintable(action))->setChecked(true);
         if (viaList)
-            SelectRows({2, 3}, QItemSelectionModel::ClearAndSelect);
+            m_host.Select(List(), {2, 3}, QItemSelectionModel::ClearAndSelect);
         else
             Pick(course);
         QCOMPARE(Procedure()->GetNumCourses(), courses - removed);
         QCOMPARE(List()->model()->rowCount(), courses - removed);
         if (!removed)
             QVERIFY((course->GetPoint(0)->GetTipPoint() - (reversed ? last : first)).GetLength() < 1e-6);
-        QCOMPARE(SelectedRows(), selectedAfter);
+        QCOMPARE(m_host.SelectedRows(List()), selectedAfter);
     }
 
     // Break all makes ranges, listed at once; choosing one breaks its course there.
     void breakRanges() {
-        Get<QAction>("actionBreak")->setChecked(true);
-        Get<QDoubleSpinBox>("doubleSpinBoxBreakLength")->setValue(500.0);
-        Get<QAbstractButton>("buttonBreakAllCourses")->click();
+        m_host.Find<QAction>("actionBreak")->setChecked(true);
+        m_host.Find<QDoubleSpinBox>("doubleSpinBoxBreakLength")->setValue(500.0);
+        m_host.Find<QAbstractButton>("buttonBreakAllCourses")->click();
         int ranges = 0;
         for (int c = 0; c < Procedure()->GetNumCourses(); ++c)
             ranges += Procedure()->GetCourseByIndex(c)->GetNumBreakRanges();
-        auto *list = Get<QListView>("listViewBreakRanges");
+        auto *list = m_host.Find<QListView>("listViewBreakRanges");
         QVERIFY(ranges > 0);
         QCOMPARE(list->model()->rowCount(), ranges);
         const int courses = Procedure()->GetNumCourses();
@@ -273,9 +257,9 @@ private slots:
     void endings() {
         QFETCH(bool, accept);
         const QByteArray saved = m_host.Serialize();
-        Get<QAbstractButton>("buttonReverseAllCoursesOrder")->click();
-        SelectRows({4});
-        Get<QDoubleSpinBox>("doubleSpinBoxRollOutDistance")->setValue(33.0);
+        m_host.Find<QAbstractButton>("buttonReverseAllCoursesOrder")->click();
+        m_host.Select(List(), {4});
+        m_host.Find<QDoubleSpinBox>("doubleSpinBoxRollOutDistance")->setValue(33.0);
         QVERIFY(m_host.Serialize() != saved);
         QVERIFY(m_host.Press(accept ? QDialogButtonBox::Ok : QDialogButtonBox::Cancel));
         if (accept)
@@ -307,14 +291,14 @@ private slots:
         init();
         const QByteArray saved = m_host.Serialize();
         QCOMPARE(List()->model()->rowCount(), std::max(courses, 0));
-        Get<QAction>("actionDelete")->setChecked(true);
+        m_host.Find<QAction>("actionDelete")->setChecked(true);
         if (courses == 1)
             Pick(Procedure()->GetCourseByIndex(0));
-        Get<QAction>("actionDelete")->setChecked(false);
-        SelectRows({std::max(courses, 1) - 1});
-        Get<QAbstractButton>("buttonUp")->click();
-        Get<QAction>("actionEdit_mode")->setChecked(true);
-        Get<QAction>("actionAcceptLinks")->trigger();
+        m_host.Find<QAction>("actionDelete")->setChecked(false);
+        m_host.Select(List(), {std::max(courses, 1) - 1});
+        m_host.Find<QAbstractButton>("buttonUp")->click();
+        m_host.Find<QAction>("actionEdit_mode")->setChecked(true);
+        m_host.Find<QAction>("actionAcceptLinks")->trigger();
         QCOMPARE(m_host.Serialize(), saved);
     }
 };

@@ -44,20 +44,13 @@ private slots:
 private:
     QList<Hit> Detect(double tolerance) const;
     void Search(double tolerance) {
-        Find<QDoubleSpinBox>("doubleSpinBoxCollisionDetectionTol")->setValue(tolerance);
-        Find<QPushButton>("pushButtonShowPointCollsionDetction")->click();
+        m_host.Find<QDoubleSpinBox>("doubleSpinBoxCollisionDetectionTol")->setValue(tolerance);
+        m_host.Find<QPushButton>("pushButtonShowPointCollsionDetction")->click();
     }
-    QTableView *Table() const { return m_host.GetPanel()->findChild<QTableView *>("tableWidget"); }
+    QTableView *Table() const { return m_host.Find<QTableView>("tableWidget"); }
     QString Cell(int row, int column) const { return Table()->model()->index(row, column).data().toString(); }
     QString Icon(int row) const {
         return Table()->model()->headerData(row, Qt::Vertical, Qt::DecorationRole).value<QIcon>().name();
-    }
-    template<class T> T *Find(const char *name) const { return m_host.GetPanel()->findChild<T *>(name); }
-    void SelectRows(const QList<int> &rows) {
-        Table()->clearSelection();
-        for (int row : rows)
-            Table()->selectionModel()->select(Table()->model()->index(row, 0),
-                                              QItemSelectionModel::Select | QItemSelectionModel::Rows);
     }
     static ZYLTPOnPartTrajectory::Values Tilts(const Hit &hit) {
         return hit.course->GetPoint(hit.index)->GetOnPartTrajectory()->GetValues();
@@ -65,7 +58,7 @@ private:
     // Clicks "Avoid collisions"; returns the text of the error box it raised, if any.
     QString Avoid() {
         return ZYLTPPanelTestHost::AnswerMessageBoxes(
-                   [this] { Find<QPushButton>("pushButtonUpdateCollisionAvoidance")->click(); })
+                   [this] { m_host.Find<QPushButton>("pushButtonUpdateCollisionAvoidance")->click(); })
             .value(0);
     }
 
@@ -95,7 +88,7 @@ void tst_ZYLTPCollisionInspectorWidget::initTestCase() {
 void tst_ZYLTPCollisionInspectorWidget::init() {
     QVERIFY2(m_host.OpenDemo(), qPrintable(m_host.GetError()));
     QVERIFY(m_host.Trigger("ZYLTPCollisionInspectorCmd.View"));
-    QVERIFY(Table());
+    QVERIFY(m_host.GetPanel());
 }
 
 void tst_ZYLTPCollisionInspectorWidget::cleanup() {
@@ -134,12 +127,12 @@ void tst_ZYLTPCollisionInspectorWidget::updateComputesOncePerTolerance_data() {
 void tst_ZYLTPCollisionInspectorWidget::updateComputesOncePerTolerance() {
     QFETCH(double, change);
     QFETCH(bool, enabled);
-    auto *update = Find<QPushButton>("pushButtonShowPointCollsionDetction");
+    auto *update = m_host.Find<QPushButton>("pushButtonShowPointCollsionDetction");
     QVERIFY(update->isEnabled());
     Search(10.0);
     QVERIFY(!update->isEnabled());
-    SelectRows({0});
-    Find<QDoubleSpinBox>("doubleSpinBoxCollisionDetectionTol")->setValue(10.0 + change);
+    m_host.Select(Table(), {0});
+    m_host.Find<QDoubleSpinBox>("doubleSpinBoxCollisionDetectionTol")->setValue(10.0 + change);
     QCOMPARE(update->isEnabled(), enabled);
     // A click that computes nothing keeps the list and its selection.
     update->setEnabled(true);
@@ -158,14 +151,14 @@ void tst_ZYLTPCollisionInspectorWidget::storedTolerance() {
     QFETCH(double, stored);
     QFETCH(double, shown);
     QPointer<QWidget> panel = m_host.GetPanel();
-    Find<QDoubleSpinBox>("doubleSpinBoxCollisionDetectionTol")->setValue(7.0);
+    m_host.Find<QDoubleSpinBox>("doubleSpinBoxCollisionDetectionTol")->setValue(7.0);
     QVERIFY(m_host.Press(QDialogButtonBox::Cancel));
     // The closed panel stored its value; overwrite it where the next panel will look.
     QVERIFY(panel);
     QCOMPARE(ZYLCmnUISettings::GetInstance()->GetValue(panel, "LastUsedCollisionTolSettingKey", 0.0).toDouble(), 7.0);
     ZYLCmnUISettings::GetInstance()->SetValue(panel, "LastUsedCollisionTolSettingKey", stored);
     QVERIFY(m_host.Trigger("ZYLTPCollisionInspectorCmd.View"));
-    QCOMPARE(Find<QDoubleSpinBox>("doubleSpinBoxCollisionDetectionTol")->value(), shown);
+    QCOMPARE(m_host.Find<QDoubleSpinBox>("doubleSpinBoxCollisionDetectionTol")->value(), shown);
 }
 
 void tst_ZYLTPCollisionInspectorWidget::clickInTheViewTogglesTheNearestRow() {
@@ -174,7 +167,7 @@ void tst_ZYLTPCollisionInspectorWidget::clickInTheViewTogglesTheNearestRow() {
     QVERIFY(hits.size() > 2);
     const int row = hits.size() / 2;
     const ZYLMathPoint tip = hits[row].course->GetPoint(hits[row].index)->GetTipPoint();
-    auto *avoid = Find<QPushButton>("pushButtonUpdateCollisionAvoidance");
+    auto *avoid = m_host.Find<QPushButton>("pushButtonUpdateCollisionAvoidance");
     QVERIFY(!avoid->isEnabled());
     m_host.ClickAt(tip);
     QCOMPARE(Table()->selectionModel()->selectedRows(), QModelIndexList{Table()->model()->index(row, 0)});
@@ -209,7 +202,7 @@ void tst_ZYLTPCollisionInspectorWidget::avoidanceRunsSplitByGapsAndCourses() {
     }
     QVERIFY2(!rows.isEmpty(), "the demo has no rows of that shape");
     const auto tilts = Tilts(hits[std::max(untouched, 0)]);
-    SelectRows(rows);
+    m_host.Select(Table(), rows);
     QCOMPARE(Avoid(), QString());
     for (int row : rows)
         QCOMPARE(Icon(row), QStringLiteral("status-ok"));
@@ -235,7 +228,7 @@ void tst_ZYLTPCollisionInspectorWidget::avoidanceIsOneUndoStep() {
     const QByteArray before = m_host.Serialize();
     const int undoSteps = m_host.GetContainer()->GetUndoCount();
     Search(tolerance);
-    SelectRows({0, 1, 2, 5});
+    m_host.Select(Table(), {0, 1, 2, 5});
     QCOMPARE(Avoid(), error);
     // A failure rolls every run back at once.
     QCOMPARE(m_host.Serialize() == before, !error.isEmpty());

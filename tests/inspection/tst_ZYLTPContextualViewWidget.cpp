@@ -28,7 +28,7 @@ private slots:
 private:
     // The table as "label=value" lines.
     QStringList Rows() const {
-        const QAbstractItemModel *model = m_host.GetPanel()->findChild<QTableView *>("tableView")->model();
+        const QAbstractItemModel *model = m_host.Find<QTableView>("tableView")->model();
         QStringList rows;
         for (int r = 0; r < model->rowCount(); ++r)
             rows << model->index(r, 0).data().toString() + u'=' + model->index(r, 1).data().toString();
@@ -64,7 +64,7 @@ void tst_ZYLTPContextualViewWidget::rowsOfTheObjectUnderTheMouse() {
     QFETCH(int, type);
     QFETCH(QStringList, labels);
     QVERIFY(m_host.Trigger("ZYLTPContextualViewCmd.View"));
-    m_host.GetPanel()->findChild<QComboBox *>("comboBox_ObjectType")->setCurrentIndex(type);
+    m_host.Find<QComboBox>("comboBox_ObjectType")->setCurrentIndex(type);
     const QStringList empty = Rows();
 
     const auto *layup = qobject_cast<const ZYLTPRollLayupProcedure *>(m_host.GetProgram()->GetProcedure(0));

@@ -73,29 +73,9 @@ class tst_ZYLTPEditLayingPoints : public QObject {
     const ZYLTPRollLayupProcedure *m_layup = nullptr;
     const ZYLTPCourse *m_course = nullptr;
 
-    template<class T>
-    T *Control(const char *name) const {
-        T *control = m_host.GetPanel() ? m_host.GetPanel()->findChild<T *>(QLatin1String(name)) : nullptr;
-        if (!control)
-            qFatal("no control %s", name);
-        return control;
-    }
-    QTableWidget *Points() const { return Control<QTableWidget>("listWidget"); }
-    QTableWidget *Tows() const { return Control<QTableWidget>("tableWidgetTows"); }
+    QTableWidget *Points() const { return m_host.Find<QTableWidget>("listWidget"); }
+    QTableWidget *Tows() const { return m_host.Find<QTableWidget>("tableWidgetTows"); }
 
-    static QList<int> SelectedRows(const QTableWidget *table) {
-        QList<int> rows;
-        for (const QModelIndex &index : table->selectionModel()->selectedRows())
-            rows.append(index.row());
-        std::sort(rows.begin(), rows.end());
-        return rows;
-    }
-    static void Select(QTableWidget *table, const QList<int> &rows) {
-        table->clearSelection();
-        for (int row : rows)
-            table->selectionModel()->select(table->model()->index(row, 0),
-                                            QItemSelectionModel::Select | QItemSelectionModel::Rows);
-    }
     static void Finish(QDoubleSpinBox *box, double value) {
         box->setValue(value);
         QMetaObject::invokeMethod(box, "editingFinished");
@@ -103,12 +83,12 @@ class tst_ZYLTPEditLayingPoints : public QObject {
     int Middle() const { return m_course->GetNumPoints() / 2; }
     const ZYLTPOnPartTrajectory *Trajectory(int point) const { return m_course->GetTrajectoryOfPoint(point); }
 
-    QGraphicsView *Graph(bool forward) const { return Control<QGraphicsView>(forward ? "forwardTiltView" : "sideTiltView"); }
+    QGraphicsView *Graph(bool forward) const { return m_host.Find<QGraphicsView>(forward ? "forwardTiltView" : "sideTiltView"); }
     // Opens the panel with its graph pane laid out.
     bool OpenGraphs() {
         if (!Open())
             return false;
-        Control<QPushButton>("Button_Graph")->setChecked(true);
+        m_host.Find<QPushButton>("Button_Graph")->setChecked(true);
         QTest::qWait(20);
         return true;
     }
@@ -176,7 +156,7 @@ private slots:
         const ZYLMathPoint tip = m_course->GetPoint(6)->GetTipPoint();
         for (const QList<int> &expected : {QList<int>{}, QList<int>{6}, QList<int>{}}) {
             m_host.ClickAt(tip + ZYLMathVector(0.3, 0.0, 0.0));
-            QCOMPARE(SelectedRows(Points()), expected);
+            QCOMPARE(m_host.SelectedRows(Points()), expected);
         }
     }
 
@@ -199,25 +179,25 @@ private slots:
         };
         rows = wrap(rows);
         changed = wrap(changed);
-        Select(Points(), rows);
+        m_host.Select(Points(), rows);
         const double side = Trajectory(rows.first())->GetSideTilt();
-        Control<QCheckBox>("checkBoxForwardTilt")->setChecked(true);
-        Finish(Control<QDoubleSpinBox>("doubleSpinBoxForwardTilt"), 0.25);
+        m_host.Find<QCheckBox>("checkBoxForwardTilt")->setChecked(true);
+        Finish(m_host.Find<QDoubleSpinBox>("doubleSpinBoxForwardTilt"), 0.25);
         for (int point = 0; point < n; ++point) {
             QCOMPARE(Trajectory(point)->GetForwardTilt() == 0.25, changed.contains(point));
             if (changed.contains(point))
                 QCOMPARE(Trajectory(point)->GetSideTilt(), side);
         }
-        QCOMPARE(SelectedRows(Points()), rows);
+        QCOMPARE(m_host.SelectedRows(Points()), rows);
         if (!changed.isEmpty())
             QVERIFY(Points()->item(changed.first(), 1)->text().startsWith(QStringLiteral("14.32")));
     }
 
     void tiltBeyondTheLimitCannotBeEntered() {
         QVERIFY(Open());
-        Select(Points(), {2});
-        auto *box = Control<QDoubleSpinBox>("doubleSpinBoxForwardTilt");
-        Control<QCheckBox>("checkBoxForwardTilt")->setChecked(true);
+        m_host.Select(Points(), {2});
+        auto *box = m_host.Find<QDoubleSpinBox>("doubleSpinBoxForwardTilt");
+        m_host.Find<QCheckBox>("checkBoxForwardTilt")->setChecked(true);
         box->selectAll();
         QTest::keyClicks(box, QStringLiteral("100")); // degrees, beyond 1.55 rad
         // Were the value taken, the model's refusal would be shown.
@@ -243,12 +223,12 @@ private slots:
         QFETCH(QStringList, buttons);
         QFETCH(QList<int>, rows);
         QVERIFY(Open());
-        Select(Points(), {Middle()});
+        m_host.Select(Points(), {Middle()});
         QCOMPARE(Tows()->rowCount(), 8);
         QCOMPARE(Tows()->item(7, 0)->text(), QStringLiteral("8"));
         for (const QString &button : buttons)
-            Control<QPushButton>(qPrintable(button))->click();
-        QCOMPARE(SelectedRows(Tows()), rows);
+            m_host.Find<QPushButton>(qPrintable(button))->click();
+        QCOMPARE(m_host.SelectedRows(Tows()), rows);
     }
 
     void feedOnAndRatio_data() {
@@ -270,10 +250,10 @@ private slots:
         m_host.GetManager()->SetFeedTowsAtSeparateRates(separateRates);
         QVERIFY(Open());
         const int m = Middle();
-        Select(Points(), {m - 1, m, m + 1});
-        Select(Tows(), {2});
-        Control<QCheckBox>("checkBoxTowForceFeed")->setChecked(true);
-        Finish(Control<QDoubleSpinBox>("doubleSpinBoxTowForceFeedRate"), 75.0);
+        m_host.Select(Points(), {m - 1, m, m + 1});
+        m_host.Select(Tows(), {2});
+        m_host.Find<QCheckBox>("checkBoxTowForceFeed")->setChecked(true);
+        Finish(m_host.Find<QDoubleSpinBox>("doubleSpinBoxTowForceFeedRate"), 75.0);
         const auto *tows = qobject_cast<const ZYLTPTowTrajectory *>(Trajectory(m));
         QVERIFY(tows);
         for (int tow = 0; tow < 8; ++tow) {
@@ -282,7 +262,7 @@ private slots:
         }
         QVERIFY(!qobject_cast<const ZYLTPTowTrajectory *>(Trajectory(m + 3))->GetForcedMask().IsEnabled(2));
         QCOMPARE(Tows()->item(2, 1)->text(), QStringLiteral("ON"));
-        QCOMPARE(SelectedRows(Tows()), QList<int>{2});
+        QCOMPARE(m_host.SelectedRows(Tows()), QList<int>{2});
     }
 
     void cancelAndUndoRestoreTheFile_data() {
@@ -294,11 +274,11 @@ private slots:
         QFETCH(bool, accept);
         const QByteArray before = m_host.Serialize();
         QVERIFY(Open());
-        Select(Points(), {3, 4, 9});
-        Control<QCheckBox>("checkBoxSideTilt")->setChecked(true);
-        Finish(Control<QDoubleSpinBox>("doubleSpinBoxSideTilt"), -0.3);
-        Select(Tows(), {0});
-        Control<QCheckBox>("checkBoxTowForceFeed")->setChecked(true);
+        m_host.Select(Points(), {3, 4, 9});
+        m_host.Find<QCheckBox>("checkBoxSideTilt")->setChecked(true);
+        Finish(m_host.Find<QDoubleSpinBox>("doubleSpinBoxSideTilt"), -0.3);
+        m_host.Select(Tows(), {0});
+        m_host.Find<QCheckBox>("checkBoxTowForceFeed")->setChecked(true);
         QVERIFY(m_host.Serialize() != before);
         QVERIFY(m_host.Press(accept ? QDialogButtonBox::Ok : QDialogButtonBox::Cancel));
         if (accept) {
@@ -317,7 +297,7 @@ private slots:
         QFETCH(int, yScale);
         QFETCH(int, step);
         QVERIFY(OpenGraphs());
-        Control<QSpinBox>("spinBoxYScale")->setValue(yScale);
+        m_host.Find<QSpinBox>("spinBoxYScale")->setValue(yScale);
         QStringList expected;
         for (int k = 1; k <= 3; ++k)
             expected << QStringLiteral("%1°").arg(k * step) << QStringLiteral("-%1°").arg(k * step);
@@ -334,14 +314,14 @@ private slots:
         QTest::mousePress(view->viewport(), Qt::LeftButton, {}, AtPoint(view, 7));
         Move(view, AtPoint(view, 3));
         QTest::mouseRelease(view->viewport(), Qt::LeftButton, {}, AtPoint(view, 3));
-        QCOMPARE(SelectedRows(Points()), (QList<int>{3, 4, 5, 6, 7}));
+        QCOMPARE(m_host.SelectedRows(Points()), (QList<int>{3, 4, 5, 6, 7}));
         // A value typed but not entered yet survives only if the repeat changes nothing.
-        Control<QDoubleSpinBox>("doubleSpinBoxForwardTilt")->setValue(0.3);
+        m_host.Find<QDoubleSpinBox>("doubleSpinBoxForwardTilt")->setValue(0.3);
         QTest::mousePress(view->viewport(), Qt::LeftButton, {}, AtPoint(view, 3));
         Move(view, AtPoint(view, 7));
         QTest::mouseRelease(view->viewport(), Qt::LeftButton, {}, AtPoint(view, 7));
-        QCOMPARE(SelectedRows(Points()), (QList<int>{3, 4, 5, 6, 7}));
-        QCOMPARE(Control<QDoubleSpinBox>("doubleSpinBoxForwardTilt")->value(), 0.3);
+        QCOMPARE(m_host.SelectedRows(Points()), (QList<int>{3, 4, 5, 6, 7}));
+        QCOMPARE(m_host.Find<QDoubleSpinBox>("doubleSpinBoxForwardTilt")->value(), 0.3);
     }
 
     void doubleClickBeyondTheEndsSetsTheHead_data() {
@@ -354,9 +334,9 @@ private slots:
         QVERIFY(OpenGraphs());
         QGraphicsView *view = Graph(true);
         const int n = m_course->GetNumPoints();
-        Control<QSpinBox>("doubleSpinBoxHeadPosition")->setValue(5);
+        m_host.Find<QSpinBox>("doubleSpinBoxHeadPosition")->setValue(5);
         QTest::mouseDClick(view->viewport(), Qt::LeftButton, {}, AtPoint(view, right ? n - 1 : 0, right ? 5.0 : -5.0));
-        QCOMPARE(Control<QSpinBox>("doubleSpinBoxHeadPosition")->value(), right ? n : 1);
+        QCOMPARE(m_host.Find<QSpinBox>("doubleSpinBoxHeadPosition")->value(), right ? n : 1);
     }
 
     void rangeBands_data() {
@@ -373,7 +353,7 @@ private slots:
         QGraphicsView *view = Graph(true);
         Move(view, AtPoint(view, 1));
         const int before = Draw(view)->rects;
-        Select(Points(), rows);
+        m_host.Select(Points(), rows);
         QCOMPARE(Draw(view)->rects - before, bands);
     }
 
@@ -382,16 +362,16 @@ private slots:
         const int n = m_course->GetNumPoints();
         QGraphicsView *view = Graph(true);
         const QRectF all = view->sceneRect();
-        Control<QPushButton>("pushButtonZoomIn")->click();
-        Control<QPushButton>("pushButtonZoomOut")->click();
+        m_host.Find<QPushButton>("pushButtonZoomIn")->click();
+        m_host.Find<QPushButton>("pushButtonZoomOut")->click();
         QCOMPARE(view->sceneRect().center(), all.center());
         QVERIFY(qAbs(view->sceneRect().width() - 0.99 * all.width()) < 1e-9 * all.width());
-        Control<QCheckBox>("checkBoxCenterOnHeadPosition")->setChecked(true);
-        Control<QSpinBox>("doubleSpinBoxHeadPosition")->setValue(n);
+        m_host.Find<QCheckBox>("checkBoxCenterOnHeadPosition")->setChecked(true);
+        m_host.Find<QSpinBox>("doubleSpinBoxHeadPosition")->setValue(n);
         const double last = Length(n - 1);
         for (bool forward : {true, false})
             QVERIFY(qAbs(Graph(forward)->sceneRect().center().x() - last) < 1e-6);
-        QVERIFY(!Control<QPushButton>("pushButtonShiftLeft")->isEnabled());
+        QVERIFY(!m_host.Find<QPushButton>("pushButtonShiftLeft")->isEnabled());
     }
 
     void collisionCorrection_data() {
@@ -408,12 +388,12 @@ private slots:
         QVERIFY(OpenGraphs());
         const int c = m_course->GetNumPoints() / 2;
         QCOMPARE(Trajectory(c)->GetSideTilt(), 0.45);
-        Control<QCheckBox>("checkBoxShowPointCollsionDetction")->setChecked(true);
+        m_host.Find<QCheckBox>("checkBoxShowPointCollsionDetction")->setChecked(true);
         QVERIFY(Draw(Graph(true))->ellipses >= 3);
-        Select(Points(), {c, c + 2});
-        Finish(Control<QDoubleSpinBox>("doubleSpinBoxCollisionAvoidance"), distance);
+        m_host.Select(Points(), {c, c + 2});
+        Finish(m_host.Find<QDoubleSpinBox>("doubleSpinBoxCollisionAvoidance"), distance);
         const QStringList messages = ZYLTPPanelTestHost::AnswerMessageBoxes(
-            [this] { Control<QPushButton>("pushButtonUpdateCollisionAvoidance")->click(); });
+            [this] { m_host.Find<QPushButton>("pushButtonUpdateCollisionAvoidance")->click(); });
         QCOMPARE(messages, corrected ? QStringList() : QStringList{"Update collision failed."});
         for (int point : {c, c + 2})
             QCOMPARE(Trajectory(point)->GetSideTilt() != 0.45, corrected);

@@ -31,16 +31,9 @@ protected:
         m_host->Press(QDialogButtonBox::Cancel);
         return m_host->Serialize() == m_saved;
     }
-    template<class T> T *Find(const char *name) const {
-        return m_host->GetPanel()->findChild<T *>(QLatin1String(name));
-    }
-    QListView *List() const { return Find<QListView>("listView_Sel"); }
+    QListView *List() const { return m_host->Find<QListView>("listView_Sel"); }
     template<class T> T Row(int row) const { return List()->model()->index(row, 0).data(Qt::UserRole).value<T>(); }
-    void Select(const QList<int> &rows) const {
-        List()->clearSelection();
-        for (int row : rows)
-            List()->selectionModel()->select(List()->model()->index(row, 0), QItemSelectionModel::Select);
-    }
+    void Select(const QList<int> &rows) const { m_host->Select(List(), rows); }
     // The course-to-course links of the demo that `accept` takes, in laying order, with their
     // list rows.
     QList<std::pair<int, ZYLTPCourseLink *>> Links(const std::function<bool(ZYLTPCourseLink *)> &accept) const {

@@ -82,8 +82,8 @@ private slots:
         QFETCH(bool, moves);
         QVERIFY(Pick<ZYLTPLinearCourseLink>());
         Select(rows);
-        auto *relativeBox = Find<QCheckBox>("checkBox_Relative");
-        auto *xBox = Find<QDoubleSpinBox>("doubleSpinBox_Xoffset");
+        auto *relativeBox = m_host->Find<QCheckBox>("checkBox_Relative");
+        auto *xBox = m_host->Find<QDoubleSpinBox>("doubleSpinBox_Xoffset");
         // Several points take only a common displacement, and the box says so.
         QCOMPARE(relativeBox->isEnabled(), rows.size() == 1);
         QVERIFY(relativeBox->isChecked());
@@ -118,7 +118,7 @@ private slots:
         for (int axis = 0; axis < 3; ++axis)
             QVERIFY((now.GetDirection(axis) - turned.GetDirection(axis)).GetLength() < 1e-9);
         // Relative offsets show the displacement.
-        QCOMPARE(Find<QDoubleSpinBox>("doubleSpinBox_Zoffset")->value(), 25.0);
+        QCOMPARE(m_host->Find<QDoubleSpinBox>("doubleSpinBox_Zoffset")->value(), 25.0);
         QVERIFY(m_host->Press(QDialogButtonBox::Ok));
         m_host->GetContainer()->Undo();
     }
@@ -129,8 +129,8 @@ private slots:
         const int points = link->GetNumPoints();
         const ZYLMathPoint first = Tip(0), second = Tip(1);
         Select({0, 2});
-        Find<QSpinBox>("spinBox_NumOfPts")->setValue(3);
-        Find<QPushButton>("pushButton_InsertAfter")->click();
+        m_host->Find<QSpinBox>("spinBox_NumOfPts")->setValue(3);
+        m_host->Find<QPushButton>("pushButton_InsertAfter")->click();
         QCOMPARE(link->GetNumPoints(), points + 6);
         QCOMPARE(List()->model()->rowCount(), points + 4);
         QVERIFY(List()->selectionModel()->selectedRows().isEmpty());
@@ -143,7 +143,7 @@ private slots:
         QCOMPARE(List()->model()->rowCount(), 5);
         // Picked last to first: each pair goes to the model in the link's order.
         Select({4, 0, 2});
-        QCOMPARE(ZYLTPPanelTestHost::AnswerMessageBoxes([this] { Find<QPushButton>("pushButton_Interpolate")->click(); }),
+        QCOMPARE(ZYLTPPanelTestHost::AnswerMessageBoxes([this] { m_host->Find<QPushButton>("pushButton_Interpolate")->click(); }),
                  QStringList());
         for (int row = 1; row < 4; ++row)
             QVERIFY(Near(Tip(row), Tip(0) + (Tip(4) - Tip(0)) * (row / 4.0)));
@@ -153,12 +153,12 @@ private slots:
         const ZYLTPCustomCourseLink *link = Pick<ZYLTPLinearCourseLink>();
         QVERIFY(link);
         Select({1});
-        Find<QPushButton>("pushButton_SelAll")->click();
-        Find<QPushButton>("pushButton_Delete")->click();
+        m_host->Find<QPushButton>("pushButton_SelAll")->click();
+        m_host->Find<QPushButton>("pushButton_Delete")->click();
         QCOMPARE(link->GetNumPoints(), 2);
         QCOMPARE(List()->model()->rowCount(), 0);
         QVERIFY(!m_host->GetScene()->GetGizmos().value(0)->IsShown());
-        QVERIFY(!Find<QCheckBox>("checkBox_Relative")->isEnabled());
+        QVERIFY(!m_host->Find<QCheckBox>("checkBox_Relative")->isEnabled());
     }
 };
 

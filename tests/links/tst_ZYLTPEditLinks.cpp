@@ -43,7 +43,7 @@ private slots:
         QFETCH(int, strategy);
         const auto straight = LinksOf<ZYLTPLinearCourseLink>().mid(0, 2);
         Select({straight[0].first, straight[1].first});
-        auto *model = Find<QComboBox>("comboBox_OffPartMotionModel");
+        auto *model = m_host->Find<QComboBox>("comboBox_OffPartMotionModel");
         model->setCurrentIndex(model->findData(strategy));
         for (const auto &[row, old] : straight) {
             QCOMPARE(List()->model()->index(row, 0).data().toString(), QStringLiteral("Link.%1").arg(row + 1));
@@ -61,7 +61,7 @@ private slots:
 
     void blankModelFollowsCustomLinks() {
         const auto custom = LinksOf<ZYLTPCustomCourseLink>();
-        auto *model = Find<QComboBox>("comboBox_OffPartMotionModel");
+        auto *model = m_host->Find<QComboBox>("comboBox_OffPartMotionModel");
         const int models = model->count();
         Select({custom[0].first});
         QCOMPARE(model->count(), models + 1);
@@ -83,8 +83,8 @@ private slots:
     void refusesRapidDistanceOfZero() {
         const auto straight = LinksOf<ZYLTPLinearCourseLink>().mid(0, 2);
         Select({straight[0].first, straight[1].first});
-        auto *approach = Find<QDoubleSpinBox>("doubleSpinBox_RapidApproachDis");
-        auto *retract = Find<QDoubleSpinBox>("doubleSpinBox_RapidRetractDis");
+        auto *approach = m_host->Find<QDoubleSpinBox>("doubleSpinBox_RapidApproachDis");
+        auto *retract = m_host->Find<QDoubleSpinBox>("doubleSpinBox_RapidRetractDis");
         const auto *last = static_cast<const ZYLTPLinearCourseLink *>(straight[1].second);
         const double before = last->GetRapidApproach();
         QCOMPARE(approach->value(), before);
@@ -112,7 +112,7 @@ private slots:
         const auto links =
             Links([](ZYLTPCourseLink *link) { return link->GetPointsDetail() != ZYLTPCourseLink::Fine; });
         Select({links[0].first, links[1].first});
-        auto *detail = Find<QComboBox>("comboBox_OffPartPtsDetails");
+        auto *detail = m_host->Find<QComboBox>("comboBox_OffPartPtsDetails");
         detail->setCurrentIndex(detail->findData(int(ZYLTPCourseLink::Fine)));
         QVERIFY(links[0].second->GetPointsDetail() != ZYLTPCourseLink::Fine);
         QVERIFY(m_host->Press(ok ? QDialogButtonBox::Ok : QDialogButtonBox::Cancel));

@@ -16,12 +16,15 @@
 #include "ZYLVisEnvironment.h"
 #include "ZYLVisPickRay.h"
 
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QTimer>
 #include <QWidget>
+
+#include <algorithm>
 
 struct ZYLTPPanelTestHost::Data {
     ZYLStudioSession *session = nullptr;
@@ -156,4 +159,19 @@ QStringList ZYLTPPanelTestHost::AnswerMessageBoxes(const std::function<void()> &
     answer.start(10);
     action();
     return texts;
+}
+
+QList<int> ZYLTPPanelTestHost::SelectedRows(const QAbstractItemView *view) {
+    QList<int> rows;
+    for (const QModelIndex &index : view->selectionModel()->selectedRows())
+        rows.append(index.row());
+    std::sort(rows.begin(), rows.end());
+    return rows;
+}
+
+void ZYLTPPanelTestHost::Select(QAbstractItemView *view, const QList<int> &rows,
+                                QItemSelectionModel::SelectionFlags flags) {
+    view->clearSelection();
+    for (int row : rows)
+        view->selectionModel()->select(view->model()->index(row, 0), flags);
 }

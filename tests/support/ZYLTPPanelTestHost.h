@@ -3,16 +3,19 @@
 
 #include <QByteArray>
 #include <QDialogButtonBox>
+#include <QItemSelectionModel>
+#include <QList>
 #include <Qt>
 #include <QString>
 #include <QStringList>
+#include <QWidget>
 
 #include <functional>
 #include <memory>
 
 class QAbstractButton;
+class QAbstractItemView;
 class QObject;
-class QWidget;
 class ZYLCmdDialogCommand;
 class ZYLEditTPGraphicsMgr;
 class ZYLFeatContainer;
@@ -51,6 +54,13 @@ public:
     ZYLCmdDialogCommand *Trigger(const QByteArray &key);
     /// Returns the running command's panel, or null.
     QWidget *GetPanel() const;
+    /// Returns the panel's child `name` of class `T`; ends the test run when there is none.
+    template<class T = QWidget> T *Find(const char *name) const {
+        T *child = GetPanel() ? GetPanel()->findChild<T *>(QLatin1String(name)) : nullptr;
+        if (!child)
+            qFatal("The panel has no %s", name);
+        return child;
+    }
     /// Returns the frame's standard button of the running command, or null.
     QAbstractButton *GetButton(QDialogButtonBox::StandardButton button) const;
     /// Clicks the standard button; false when it is missing or disabled.
@@ -63,6 +73,12 @@ public:
 
     /// Returns the program's file bytes as they would be saved now.
     QByteArray Serialize() const;
+
+    /// Returns the rows selected in `view`, in ascending order.
+    static QList<int> SelectedRows(const QAbstractItemView *view);
+    /// Clears the selection of `view`, then applies `flags` to each of `rows` in turn.
+    static void Select(QAbstractItemView *view, const QList<int> &rows,
+                       QItemSelectionModel::SelectionFlags flags = QItemSelectionModel::Select | QItemSelectionModel::Rows);
 
     /// Runs `action`, answering with OK every message box it shows, and returns their texts
     /// in the order they were shown.
