@@ -17,7 +17,6 @@ class ZYLTPRayPicker {
 public:
     /// Replaces the points.
     void SetPoints(std::vector<ZYLMathPoint> points);
-    bool IsEmpty() const { return m_points.empty(); }
     /// Returns the index of the point nearest to the event's view ray, or -1 without points.
     int Pick(const ZYLVisMouseEvent &event) const;
 

@@ -247,6 +247,7 @@ void ZYLTPEditLinksWidget::Data::ApplyOffPartMotionModel() {
     const bool anyCustom = std::any_of(selected.begin(), selected.end(), [](const ZYLTPCourseLink *link) {
         return qobject_cast<const ZYLTPCustomCourseLink *>(link) != nullptr;
     });
+    // The text stays the same in every language, so it bypasses tr on purpose.
     if (anyCustom)
         QMessageBox::warning(DialogWidget(), tr("Warning"),
                              QStringLiteral("The changes on the custom links will be discard."), QMessageBox::Ok);
