@@ -24,7 +24,6 @@
 #include "ZYLSysValue.h"
 #include "ZYLVisEnvironment.h"
 #include "ZYLVisEnvironmentBatchContext.h"
-#include "ZYLVisFunctionFilter.h"
 #include "ZYLVisVirtualObject.h"
 
 #include <QMessageBox>
@@ -321,7 +320,7 @@ struct ZYLTPEditCourseWidget::Data {
 
     void InstallFilter(bool multiple) {
         if (ZYLVisEnvironment *environment = Scene())
-            environment->SetSelectionFilter(new ZYLVisFunctionFilter(multiple, [](const ZYLVisObject *) { return true; }));
+            ZYLTPEditGraphics::SelectAnyObject(*environment, multiple);
     }
     void UpdateCourseSelectionFilter() { InstallFilter(courseMode == Select); }
     void UpdateLinkSelectionFilter() { InstallFilter(false); }

@@ -25,7 +25,6 @@
 #include "ZYLTPTowTrajectory.h"
 #include "ZYLVisEnvironment.h"
 #include "ZYLVisEnvironmentBatchContext.h"
-#include "ZYLVisFunctionFilter.h"
 #include "ZYLVisMouseEvent.h"
 #include "ZYLVisVirtualObject.h"
 
@@ -197,7 +196,7 @@ ZYLTPContextualViewWidget::ZYLTPContextualViewWidget(QWidget *parent)
     d->highlight = std::make_unique<ZYLVisVirtualObject>(environment);
     d->highlight->SetSelectability(false);
     environment->AddVirtualObject(d->highlight.get());
-    environment->SetSelectionFilter(new ZYLVisFunctionFilter(true, [](const ZYLVisObject *) { return true; }));
+    ZYLTPEditGraphics::SelectAnyObject(*environment, true);
     connect(environment, &ZYLVisEnvironment::VisualizationSelectionChanged, this,
             [this] { OnVisualizationSelectionChanged(false); });
     connect(environment, &ZYLVisEnvironment::VisualizationPreselectionChanged, this,

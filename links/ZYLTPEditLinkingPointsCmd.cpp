@@ -9,7 +9,6 @@
 #include "ZYLSysException.h"
 #include "ZYLVisEnvironment.h"
 #include "ZYLVisEnvironmentBatchContext.h"
-#include "ZYLVisFunctionFilter.h"
 #include "ZYLVisVirtualObject.h"
 
 #include <QMessageBox>
@@ -27,7 +26,7 @@ void ZYLTPEditLinkingPointsCmd::GainFocus() {
     if (ZYLVisEnvironment *environment = ZYLTPEditGraphics::GetEditEnvironment()) {
         connect(environment, &ZYLVisEnvironment::VisualizationSelectionChanged, this,
                 &ZYLTPEditLinkingPointsCmd::OnVisualizationSelectionChanged, Qt::UniqueConnection);
-        environment->SetSelectionFilter(new ZYLVisFunctionFilter(true, [](const ZYLVisObject *) { return true; }));
+        ZYLTPEditGraphics::SelectAnyObject(*environment, true);
         environment->SetVisualizationSelection({});
         environment->SetPreSelectedObjects({});
         environment->SetMouseInteraction(19);

@@ -22,7 +22,6 @@
 #include "ZYLSysResourceManager.h"
 #include "ZYLVisEnvironment.h"
 #include "ZYLVisEnvironmentBatchContext.h"
-#include "ZYLVisFunctionFilter.h"
 #include "ZYLVisVirtualObject.h"
 
 #include <QDebug>
@@ -339,7 +338,7 @@ ZYLTPEditLinksWidget::ZYLTPEditLinksWidget(QWidget *parent)
     d->FillLinksList();
 
     if (ZYLVisEnvironment *environment = ZYLTPEditGraphics::GetEditEnvironment()) {
-        environment->SetSelectionFilter(new ZYLVisFunctionFilter(true, [](const ZYLVisObject *) { return true; }));
+        ZYLTPEditGraphics::SelectAnyObject(*environment, true);
         environment->SetVisualizationSelection({});
         environment->SetPreSelectedObjects({});
     }

@@ -5,6 +5,7 @@
 
 #include "ZYLVisEnvironment.h"
 #include "ZYLVisEnvironmentBatchContext.h"
+#include "ZYLVisFunctionFilter.h"
 
 ZYLVisEnvironment *ZYLTPEditGraphics::GetEditEnvironment() {
     ZYLEditTPGraphicsMgr *manager = ZYLEditTPGraphicsMgr::GetManager();
@@ -19,4 +20,9 @@ void ZYLTPEditGraphics::Rebuild(const std::function<void(ZYLEditTPGraphicsMgr &,
     ZYLVisEnvironmentBatchContext batch(environment);
     prepare(*manager, *environment);
     manager->UpdateAllGraphics(manager->GetCurrentOptions());
+}
+
+void ZYLTPEditGraphics::SelectAnyObject(ZYLVisEnvironment &environment, bool multiple) {
+    // The environment owns the filter.
+    environment.SetSelectionFilter(new ZYLVisFunctionFilter(multiple, [](const ZYLVisObject *) { return true; }));
 }

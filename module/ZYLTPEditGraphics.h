@@ -18,4 +18,7 @@ public:
     /// path node with the manager's current options, so that the view redraws once. Does
     /// nothing without an edit environment.
     static void Rebuild(const std::function<void(ZYLEditTPGraphicsMgr &, ZYLVisEnvironment &)> &prepare);
+    /// Installs on `environment` a selection filter that accepts every object; with `multiple`
+    /// a click adds the picked object to the selection, without it the pick replaces it.
+    static void SelectAnyObject(ZYLVisEnvironment &environment, bool multiple);
 };
