@@ -453,27 +453,45 @@ void ZYLTPEditCourseLayingPointsWidget::UpdatePointGraphics() {
 }
 
 void ZYLTPEditCourseLayingPointsWidget::SelectPointRows(int first, int last) {
+    const QAbstractItemModel *model = d->ui.listWidget->model();
+    ApplyPointSelection(QItemSelection(model->index(first, 0), model->index(last, 2)),
+                        QItemSelectionModel::ClearAndSelect, first);
+}
+
+void ZYLTPEditCourseLayingPointsWidget::ApplyPointSelection(const QItemSelection &selection,
+                                                            QItemSelectionModel::SelectionFlags flags, int row) {
     QTableWidget *table = d->ui.listWidget;
     const bool outer = ZYLEditValueContext::IsInEditContext();
     {
         ZYLEditValueContext context;
-        table->selectionModel()->select(QItemSelection(table->model()->index(first, 0), table->model()->index(last, 2)),
-                                        QItemSelectionModel::ClearAndSelect);
-        table->scrollTo(table->model()->index(first, 0));
+        table->selectionModel()->select(selection, flags);
+        table->scrollTo(table->model()->index(row, 0));
     }
-    if (outer)
-        return;
+    // Inside another edit, that edit brings the controls and the view up to date at its end.
+    if (!outer)
+        FollowPointSelection();
+}
+
+void ZYLTPEditCourseLayingPointsWidget::FollowPointSelection() {
     UpdateSelectionControls();
     ZYLVisEnvironmentBatchContext batch(d->environment);
     UpdatePointGraphics();
 }
 
+void ZYLTPEditCourseLayingPointsWidget::ShowEditedPoints() {
+    ZYLEditValueContext context;
+    ReloadPoints();
+    FillPointList(true);
+    {
+        ZYLVisEnvironmentBatchContext batch(d->environment);
+        UpdatePointGraphics();
+    }
+    RefreshGraphs();
+}
+
 void ZYLTPEditCourseLayingPointsWidget::OnPointSelectionChanged() {
-    if (ZYLEditValueContext::IsInEditContext())
-        return;
-    UpdateSelectionControls();
-    ZYLVisEnvironmentBatchContext batch(d->environment);
-    UpdatePointGraphics();
+    if (!ZYLEditValueContext::IsInEditContext())
+        FollowPointSelection();
 }
 
 void ZYLTPEditCourseLayingPointsWidget::OnSelectAllPointsClicked() {
@@ -512,20 +530,11 @@ void ZYLTPEditCourseLayingPointsWidget::TogglePointSelection(int index, bool sel
     }
     QTableWidget *table = d->ui.listWidget;
     CheckRow(index, table->rowCount());
-    const bool outer = ZYLEditValueContext::IsInEditContext();
-    {
-        ZYLEditValueContext context;
-        const bool selected = select && !d->IsRowSelected(index);
-        table->selectionModel()->select(table->model()->index(index, 0), (selected ? QItemSelectionModel::Select
-                                                                                   : QItemSelectionModel::Deselect) |
-                                                                              QItemSelectionModel::Rows);
-        table->scrollTo(table->model()->index(index, 0));
-    }
-    if (outer)
-        return;
-    UpdateSelectionControls();
-    ZYLVisEnvironmentBatchContext batch(d->environment);
-    UpdatePointGraphics();
+    const bool selected = select && !d->IsRowSelected(index);
+    ApplyPointSelection(QItemSelection(table->model()->index(index, 0), table->model()->index(index, 0)),
+                        (selected ? QItemSelectionModel::Select : QItemSelectionModel::Deselect) |
+                            QItemSelectionModel::Rows,
+                        index);
 }
 
 void ZYLTPEditCourseLayingPointsWidget::PreviewPoint(int index) {
@@ -598,14 +607,7 @@ void ZYLTPEditCourseLayingPointsWidget::ApplyTilt() {
     });
     if (starts.isEmpty())
         return;
-    ZYLEditValueContext context;
-    ReloadPoints();
-    FillPointList(true);
-    {
-        ZYLVisEnvironmentBatchContext batch(d->environment);
-        UpdatePointGraphics();
-    }
-    RefreshGraphs();
+    ShowEditedPoints();
 }
 
 void ZYLTPEditCourseLayingPointsWidget::OnForwardTiltCheckBoxStateChanged() {
@@ -1003,14 +1005,7 @@ void ZYLTPEditCourseLayingPointsWidget::OnUpdateCollisionClicked() {
     } catch (const ZYLSysException &exception) {
         QMessageBox::critical(parent, tr("Laying Points"), exception.GetMessage());
     }
-    ZYLEditValueContext context;
-    ReloadPoints();
-    FillPointList(true);
-    {
-        ZYLVisEnvironmentBatchContext batch(d->environment);
-        UpdatePointGraphics();
-    }
-    RefreshGraphs();
+    ShowEditedPoints();
 }
 
 void ZYLTPEditCourseLayingPointsWidget::UpdateHead() {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-ZYL-Proprietary
 #pragma once
 
+#include <QItemSelectionModel>
 #include <QList>
 #include <QMainWindow>
 
@@ -112,6 +113,13 @@ private:
     Ranges SelectedRanges() const;
     void ApplyTilt();
     void SelectPointRows(int first, int last);
+    // Applies `flags` to `selection` of the points table without its change signal and scrolls
+    // to `row`; outside another edit, the controls and the 3-D points then follow.
+    void ApplyPointSelection(const QItemSelection &selection, QItemSelectionModel::SelectionFlags flags, int row);
+    // Brings the selection controls and the 3-D points (in one redraw) up to the selection.
+    void FollowPointSelection();
+    // Shows the points again after an edit: the list, the 3-D points and the graphs.
+    void ShowEditedPoints();
     void LoadTowState();
     void FillTowTable(bool keepSelection);
     void SetTowRowSelected(int row, bool selected);
