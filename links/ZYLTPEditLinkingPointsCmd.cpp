@@ -29,8 +29,9 @@ void ZYLTPEditLinkingPointsCmd::GainFocus() {
         ZYLTPEditGraphics::SelectAnyObject(*environment, true);
         environment->SetVisualizationSelection({});
         environment->SetPreSelectedObjects({});
-        environment->SetMouseInteraction(19);
-        environment->SetMouseSnapGeometryTypes(127);
+        environment->SetMouseInteraction(ZYLVisEnvironment::DeliverClicks | ZYLVisEnvironment::DeliverMoves |
+                                         ZYLVisEnvironment::SnapMousePoint);
+        environment->SetMouseSnapGeometryTypes(ZYLVisEnvironment::SnapAll);
     }
     ZYLCmdDialogCommand::GainFocus();
 }

@@ -335,8 +335,8 @@ ZYLTPEditLinkingPointsWidget::ZYLTPEditLinkingPointsWidget(QWidget *parent)
 ZYLTPEditLinkingPointsWidget::~ZYLTPEditLinkingPointsWidget() {
     d->RemovePointMarkers();
     if (d->environment) {
-        d->environment->SetMouseInteraction(0);
-        d->environment->SetMouseSnapGeometryTypes(0);
+        d->environment->SetMouseInteraction(ZYLVisEnvironment::NoMouseInteraction);
+        d->environment->SetMouseSnapGeometryTypes(ZYLVisEnvironment::SnapNothing);
     }
     d->gizmo.reset();
 }
