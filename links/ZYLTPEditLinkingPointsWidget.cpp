@@ -321,7 +321,8 @@ ZYLTPEditLinkingPointsWidget::ZYLTPEditLinkingPointsWidget(QWidget *parent)
     d->environment = ZYLTPEditGraphics::GetEditEnvironment();
     if (d->environment) {
         d->gizmo = std::make_unique<ZYLVisGizmo>(d->environment);
-        d->gizmo->SetEnabledInteraction(55);
+        d->gizmo->SetEnabledInteraction(ZYLVisGizmo::TranslateX | ZYLVisGizmo::TranslateY | ZYLVisGizmo::TranslateZ |
+                                        ZYLVisGizmo::RotateX | ZYLVisGizmo::RotateY);
         // Nothing is selected yet: the gizmo waits hidden for a single point.
         d->gizmo->Show(false);
     }
