@@ -143,8 +143,8 @@ private slots:
         QCOMPARE(List()->model()->rowCount(), 5);
         // Picked last to first: each pair goes to the model in the link's order.
         Select({4, 0, 2});
-        QCOMPARE(ZYLTPPanelTestHost::AnswerMessageBoxes([this] { m_host->Find<QPushButton>("pushButton_Interpolate")->click(); }),
-                 QStringList());
+        const auto interpolate = [this] { m_host->Find<QPushButton>("pushButton_Interpolate")->click(); };
+        QCOMPARE(ZYLTPPanelTestHost::AnswerMessageBoxes(interpolate), QStringList());
         for (int row = 1; row < 4; ++row)
             QVERIFY(Near(Tip(row), Tip(0) + (Tip(4) - Tip(0)) * (row / 4.0)));
     }

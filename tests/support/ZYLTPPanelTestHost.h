@@ -77,8 +77,9 @@ public:
     /// Returns the rows selected in `view`, in ascending order.
     static QList<int> SelectedRows(const QAbstractItemView *view);
     /// Clears the selection of `view`, then applies `flags` to each of `rows` in turn.
-    static void Select(QAbstractItemView *view, const QList<int> &rows,
-                       QItemSelectionModel::SelectionFlags flags = QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    static void Select(
+        QAbstractItemView *view, const QList<int> &rows,
+        QItemSelectionModel::SelectionFlags flags = QItemSelectionModel::Select | QItemSelectionModel::Rows);
 
     /// Runs `action`, answering with OK every message box it shows, and returns their texts
     /// in the order they were shown.
