@@ -244,12 +244,12 @@ struct ZYLTPEditCourseWidget::Data {
         ZYLTPVisualizationOptions options = Manager()->GetCurrentOptions();
         options.SetApproachRetractEnabled(true);
         options.SetRollInOutEnabled(true);
-        options.SetTowEdgeDisplay(ZYLTPVisualizationOptions::TowEdgesDisplay(3));
-        options.SetTowHeadProfileDisplay(ZYLTPVisualizationOptions::HeadProfilesDisplay(3));
-        options.SetShortTowDisplay(ZYLTPVisualizationOptions::ShortTowDisplay(4));
+        options.SetTowEdgeDisplay(ZYLTPVisualizationOptions::AllTowEdges);
+        options.SetTowHeadProfileDisplay(ZYLTPVisualizationOptions::HeadProfilesAtAddsAndCuts);
+        options.SetShortTowDisplay(ZYLTPVisualizationOptions::AllTowsShortHighlighted);
         options.SetLayingTrajectoryEnabled(true);
         options.SetTipPointEnabled(false);
-        options.SetLayingVectorsToDisplay(ZYLTPVisualizationOptions::VectorsToDisplay(0));
+        options.SetLayingVectorsToDisplay(ZYLTPVisualizationOptions::NoVectors);
         options.SetLinkingTrajectoriesEnabled(true);
         options.SetLinkingPointsEnabled(false);
         options.SetBreakRangeEnabled(breakRanges);

@@ -55,7 +55,7 @@ constexpr qint64 ProgressInterval = 50;
 constexpr int CollisionPointSegments = 8;
 constexpr int RowPriority = 1;
 constexpr int HoverPriority = 10;
-const auto AllVectors = ZYLTPVisualizationOptions::VectorsToDisplay(7);
+constexpr auto AllVectors = ZYLTPVisualizationOptions::AllAxes;
 
 // One colliding laying point: a row of the table.
 struct Row {
@@ -93,8 +93,8 @@ ZYLTPVisualizationOptions InspectorOptions(const ZYLEditTPGraphicsMgr *manager) 
     ZYLTPVisualizationOptions options = manager->GetCurrentOptions();
     options.SetApproachRetractEnabled(false);
     options.SetRollInOutEnabled(true);
-    options.SetTowEdgeDisplay(ZYLTPVisualizationOptions::TowEdgesDisplay(0));
-    options.SetShortTowDisplay(ZYLTPVisualizationOptions::ShortTowDisplay(0));
+    options.SetTowEdgeDisplay(ZYLTPVisualizationOptions::NoTowEdges);
+    options.SetShortTowDisplay(ZYLTPVisualizationOptions::NoTowFill);
     options.SetLayingTrajectoryEnabled(true);
     options.SetTipPointEnabled(true);
     options.SetLayingVectorsToDisplay(AllVectors);
@@ -113,7 +113,6 @@ ZYLTPVisualizationOptions ColouredOptions(const ZYLEditTPGraphicsMgr *manager, c
         attributes.SetColor(used);
         options.SetGraphicAttributes(element, attributes);
     }
-    options.SetLayingVectorsToDisplay(AllVectors);
     return options;
 }
 

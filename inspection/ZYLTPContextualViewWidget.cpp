@@ -243,7 +243,7 @@ void ZYLTPContextualViewWidget::UpdateDisplayForType() {
     options.SetTipPointEnabled(type == LayingPointType);
     if (type == CourseLinkType)
         options.SetLinkingPointsEnabled(false);
-    options.SetLayingVectorsToDisplay(ZYLTPVisualizationOptions::VectorsToDisplay(0));
+    options.SetLayingVectorsToDisplay(ZYLTPVisualizationOptions::NoVectors);
     options.SetLinkingTrajectoriesEnabled(type == CourseLinkType);
     d->options = options;
     manager->UpdateAllGraphics(options);
