@@ -2,6 +2,7 @@
 // The loading half of ZYLTPProgramFile: simdjson On-Demand straight into the program builder.
 #include "ZYLTPProgramFile.h"
 
+#include "ZYLTPCheck.h"
 #include "ZYLTPCourse.h"
 #include "ZYLTPCourseLink.h"
 #include "ZYLTPInspectionProcedure.h"
@@ -376,11 +377,26 @@ private:
         ForEach(Field(object, key), key, [&](od::value v) { list.push_back(Number(v)); });
         return list;
     }
+    // Points and vectors alike; a point beyond the bounds of a program is refused here, where
+    // it can be located, rather than by the builder.
     ZYLMathPoint PointValue(od::value value)
     {
         double x[3];
         Numbers(value, x, 3);
-        return {x[0], x[1], x[2]};
+        const ZYLMathPoint point(x[0], x[1], x[2]);
+        Guard([&] { ZYLTPCheck::Point(point); });
+        return point;
+    }
+    // Knots are parameters, bounded like coordinates; their order and multiplicities are the
+    // surface's to check.
+    std::vector<double> KnotsField(od::object &object, const char *key)
+    {
+        std::vector<double> knots;
+        ForEach(Field(object, key), key, [&](od::value v) {
+            knots.push_back(Number(v));
+            Guard([&] { ZYLTPCheck::Coordinate(knots.back()); });
+        });
+        return knots;
     }
     ZYLMathPoint PointField(od::object &object, const char *key)
     {
@@ -395,6 +411,7 @@ private:
         double x[12];
         Numbers(value, x, 12);
         const ZYLMathPoint origin(x[0], x[1], x[2]);
+        Guard([&] { ZYLTPCheck::Point(origin); });
         const ZYLMathVector first(x[3], x[4], x[5]), second(x[6], x[7], x[8]), third(x[9], x[10], x[11]);
         constexpr double tolerance = 1e-9;
         const auto unit = [](const ZYLMathVector &v) { return std::fabs(v.GetSquaredLength() - 1.0) <= tolerance; };
@@ -439,6 +456,10 @@ private:
             Numbers(v, x, 4);
             if (x[3] < 0.0)
                 Fail(Tr("negative radius"));
+            Guard([&] {
+                ZYLTPCheck::Point({x[0], x[1], x[2]});
+                ZYLTPCheck::Length(x[3]);
+            });
             points.append({ZYLMathPoint(x[0], x[1], x[2]), x[3]});
         });
         return points;
@@ -459,6 +480,10 @@ private:
                 od::value domain = Field(object, "domain");
                 Scope k(*this, "domain");
                 Numbers(domain, d, 4);
+                Guard([&] {
+                    for (double extent : d)
+                        ZYLTPCheck::Coordinate(extent);
+                });
             }
             m_surface = ZYLGeoPlane::Create(frame, {d[0], d[1], d[2], d[3]}, &error);
         } else if (kind == QLatin1String("bspline")) {
@@ -466,8 +491,8 @@ private:
             const int degreeV = int(IntegerField(object, "degree_v", 1, 3));
             const int countU = int(IntegerField(object, "count_u", 2, 100000));
             const int countV = int(IntegerField(object, "count_v", 2, 100000));
-            std::vector<double> knotsU = NumberListField(object, "knots_u");
-            std::vector<double> knotsV = NumberListField(object, "knots_v");
+            std::vector<double> knotsU = KnotsField(object, "knots_u");
+            std::vector<double> knotsV = KnotsField(object, "knots_v");
             std::vector<ZYLMathPoint> points;
             ForEach(Field(object, "control_points"), "control_points",
                     [&](od::value v) { points.push_back(PointValue(v)); });
@@ -480,7 +505,7 @@ private:
         Close(object);
         if (!m_surface)
             Fail(error);
-        m_builder.SetPlySurface(m_surface.get());
+        Guard([&] { m_builder.SetPlySurface(m_surface.get()); });
     }
 
     void ReadBoundaries(od::value value)

@@ -1,0 +1,84 @@
+// SPDX-License-Identifier: LicenseRef-ZYL-Proprietary
+// Programs at the edge of what the reader accepts, and inputs the fuzzers found, opened
+// through the session as the studio opens them: an accepted one draws its first frame in
+// seconds with a finite scene; a refused one says where it fails and loses nothing.
+#include "ZYLTPPanelTestHost.h"
+
+#include "ZYLStudioViewer.h"
+#include "ZYLTPDemoGenerator.h"
+#include "ZYLTPProgramFile.h"
+#include "ZYLVisEnvironment.h"
+
+#include <QElapsedTimer>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <cmath>
+
+class tst_ZYLTPHostileFiles : public QObject {
+    Q_OBJECT
+private slots:
+    void initTestCase();
+    void open_data();
+    void open();
+
+private:
+    ZYLTPPanelTestHost m_host;
+    QTemporaryDir m_dir;
+};
+
+void tst_ZYLTPHostileFiles::initTestCase()
+{
+    QVERIFY2(m_host.Start(this) && m_host.OpenDemo(), qPrintable(m_host.GetError()));
+}
+
+void tst_ZYLTPHostileFiles::open_data()
+{
+    QTest::addColumn<QString>("file");
+    QTest::addColumn<QString>("error"); // the located refusal; empty when accepted
+    const auto row = [](const char *name, const QString &file, const char *error = "") {
+        QTest::newRow(name) << QFINDTESTDATA(QStringLiteral("data/") + file) << QString::fromUtf8(error);
+    };
+    row("huge coordinates", "huge.zyltp.json");
+    row("tiny coordinates", "tiny.zyltp.json");
+    row("course of one place", "one-place.zyltp.json");
+    row("course of one point", "one-point.zyltp.json", "procedures[0].courses[0]: A course needs at least two");
+    row("nearly flat surface", "flat.zyltp.json");
+    row("folded surface", "folded.zyltp.json");
+    row("control point at 1e300", "far.zyltp.json", "surface.control_points[4]: Value 1e+300");
+
+    ZYLTPDemoGenerator::Parameters parameters;
+    parameters.courses = 1;
+    parameters.pointsPerCourse = 100000;
+    const QString longCourse = m_dir.filePath(QStringLiteral("long.zyltp.json"));
+    QCOMPARE(ZYLTPProgramFile::Save(*ZYLTPDemoGenerator::Create(parameters), longCourse), QString());
+    QTest::newRow("100,000-point course") << longCourse << QString();
+}
+
+void tst_ZYLTPHostileFiles::open()
+{
+    QFETCH(QString, file);
+    QFETCH(QString, error);
+    const QByteArray before = m_host.Serialize();
+    QElapsedTimer timer;
+    timer.start();
+    if (!error.isEmpty()) {
+        QVERIFY(!m_host.Open(file));
+        QVERIFY2(m_host.GetError().contains(error), qPrintable(m_host.GetError()));
+        QCOMPARE(m_host.Serialize(), before);
+        return;
+    }
+    QVERIFY2(m_host.Open(file), qPrintable(m_host.GetError()));
+    ZYLStudioViewer viewer;
+    viewer.resize(400, 300);
+    viewer.SetEnvironment(m_host.GetScene());
+    viewer.FitAll();
+    QVERIFY(!viewer.RenderToImage(QSize(400, 300)).isNull());
+    QVERIFY2(timer.elapsed() < 20000, qPrintable(QStringLiteral("%1 ms").arg(timer.elapsed())));
+    const ZYLMathBoundingBox box = m_host.GetScene()->GetBoundingBox();
+    QVERIFY(!box.IsEmpty() && box.GetMin().IsFinite() && box.GetMax().IsFinite());
+    QVERIFY(std::isfinite(box.GetDiagonal().GetLength()));
+}
+
+QTEST_MAIN(tst_ZYLTPHostileFiles)
+#include "tst_ZYLTPHostileFiles.moc"
