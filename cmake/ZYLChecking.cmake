@@ -3,8 +3,8 @@
 # them on in a build folder of their own).
 #   ZYL_SANITIZE  every target with AddressSanitizer and UndefinedBehaviorSanitizer, stopping
 #                 at the first report
-#   ZYL_FUZZ      also the libFuzzer targets under fuzz/ (clang only); the code they reach is
-#                 instrumented for coverage
+#   ZYL_FUZZ      the same, with the libFuzzer targets under fuzz/ (clang only); every target
+#                 is instrumented for coverage, so that the fuzzers see how far they reach
 option(ZYL_SANITIZE "Build with AddressSanitizer and UndefinedBehaviorSanitizer" OFF)
 option(ZYL_FUZZ "Build the libFuzzer targets under fuzz/ (needs clang; implies ZYL_SANITIZE)" OFF)
 

@@ -53,7 +53,6 @@ configure=()
 use_checking_build() {
     export ASAN_OPTIONS=halt_on_error=1:abort_on_error=1:detect_leaks=1
     export UBSAN_OPTIONS=halt_on_error=1:print_stacktrace=1
-    export LSAN_OPTIONS=suppressions=$here/tools/lsan.supp:print_suppressions=0
     export CCACHE_NOHASHDIR=1
     case "$1" in
         sanitize)
@@ -75,7 +74,7 @@ run_fuzzer() {
     local corpus=$build/fuzz/corpus-$1 findings=$build/fuzz/findings
     mkdir -p "$corpus" "$findings"
     "$build/bin/fuzz_program_$1" "$corpus" "$here/fuzz/corpus" -dict="$here/fuzz/program.dict" \
-        -max_total_time="$2" -timeout=10 -rss_limit_mb=2048 -max_len=16384 -print_final_stats=1 \
+        -max_total_time="$2" -timeout=30 -rss_limit_mb=2048 -max_len=8192 -print_final_stats=1 \
         -artifact_prefix="$findings/$1-"
 }
 
@@ -101,7 +100,10 @@ case "${1:-}" in
         use_checking_build sanitize
         install_missing
         build_targets
-        ctest --test-dir "$build" --output-on-failure -j "$(nproc)"
+        ctest --test-dir "$build" --output-on-failure -j "$(nproc)" -LE gl
+        # D-Bus and Mesa's software driver (unloaded by then, so its frames have no name to
+        # suppress) leave allocations at exit under Xvfb: the OpenGL tests skip the leak check.
+        ASAN_OPTIONS=$ASAN_OPTIONS:detect_leaks=0 ctest --test-dir "$build" --output-on-failure -j "$(nproc)" -L gl
         ;;
     fuzz)
         seconds=${2:-60}
