@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: LicenseRef-ZYL-Proprietary
-// Programs at the edge of what the reader accepts, and inputs the fuzzers found, opened
-// through the session as the studio opens them: an accepted one draws its first frame in
-// seconds with a finite scene; a refused one says where it fails and loses nothing.
+// Extreme programs and fuzzer findings opened through the session: an accepted one draws its
+// first frame in seconds with a finite scene; a refused one says where and loses nothing.
 #include "ZYLTPPanelTestHost.h"
 
 #include "ZYLStudioViewer.h"
@@ -41,12 +40,10 @@ void tst_ZYLTPHostileFiles::open_data()
     row("control point at 1e300", "far.zyltp.json", "surface.control_points[4]: Value 1e+300");
     // Found by the scene fuzzer: a control point 70 m out makes the tessellation fine everywhere.
     row("spiked surface", "spike.zyltp.json");
-    ZYLTPDemoGenerator::Parameters parameters;
-    parameters.courses = 1;
-    parameters.pointsPerCourse = 100000;
-    const QString longCourse = m_dir.filePath(QStringLiteral("long.zyltp.json"));
-    QCOMPARE(ZYLTPProgramFile::Save(*ZYLTPDemoGenerator::Create(parameters), longCourse), QString());
-    QTest::newRow("100,000-point course") << longCourse << QString();
+    const ZYLTPDemoGenerator::Parameters parameters{.courses = 1, .pointsPerCourse = 100000};
+    const QString course = m_dir.filePath(QStringLiteral("long.zyltp.json"));
+    QCOMPARE(ZYLTPProgramFile::Save(*ZYLTPDemoGenerator::Create(parameters), course), QString());
+    QTest::newRow("100,000-point course") << course << QString();
 }
 
 void tst_ZYLTPHostileFiles::open()
@@ -64,7 +61,6 @@ void tst_ZYLTPHostileFiles::open()
     }
     QVERIFY2(m_host.Open(file), qPrintable(m_host.GetError()));
     ZYLStudioViewer viewer;
-    viewer.resize(400, 300);
     viewer.SetEnvironment(m_host.GetScene());
     viewer.FitAll();
     QVERIFY(!viewer.RenderToImage(QSize(400, 300)).isNull());
