@@ -35,6 +35,7 @@
 #endif
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <iterator>
 #include <limits>
@@ -851,9 +852,47 @@ private:
     ZYLGeoRef<ZYLGeoSurface> m_surface;
 };
 
+// On-Demand checks the nesting only as far as it reads, and a search for a member that wraps
+// around to the start of its object takes the part it passed for well formed (a "]" closing
+// a "{" made it run off the document). So no bracket outside strings may close another kind
+// than the last one open; the pass costs a fraction of the parse.
+bool BracketsMatch(const char *text, size_t size)
+{
+    // Most bytes are digits: one table look-up passes them by.
+    static constexpr std::array<bool, 256> marks = [] {
+        std::array<bool, 256> table{};
+        for (unsigned char c : {'"', '{', '}', '[', ']'})
+            table[c] = true;
+        return table;
+    }();
+    std::vector<char> open;
+    const char *const end = text + size;
+    for (const char *p = text; p < end; ++p) {
+        if (!marks[static_cast<unsigned char>(*p)])
+            continue;
+        if (*p == '"') {
+            for (++p; p < end && *p != '"'; ++p)
+                p += *p == '\\';
+        } else if (*p == '{' || *p == '[') {
+            open.push_back(*p);
+        } else if (open.empty()) {
+            return true; // content after the document, which the reader reports
+        } else if (open.back() != (*p == '}' ? '{' : '[')) {
+            return false;
+        } else {
+            open.pop_back();
+        }
+    }
+    return true; // what is left open, the parser finds truncated
+}
+
 ZYLTPProgramFile::LoadResult ReadPadded(simdjson::padded_string_view json, const ZYLTPProgramFile::Progress &progress)
 {
     ZYLTPProgramFile::LoadResult result;
+    if (!BracketsMatch(json.data(), json.size())) {
+        result.error = QStringLiteral("document: ") + Tr("brackets that do not match");
+        return result;
+    }
     try {
         od::parser parser;
         od::document document;

@@ -40,6 +40,8 @@ void tst_ZYLTPHostileFiles::open_data()
     row("control point at 1e300", "far.zyltp.json", "surface.control_points[4]: Value 1e+300");
     // Found by the scene fuzzer: a control point 70 m out makes the tessellation fine everywhere.
     row("spiked surface", "spike.zyltp.json");
+    // Found by the file fuzzer: a crash while a member search wrapped around a broken object.
+    row("bracket closing another kind", "mismatched-brackets.zyltp.json", "document: brackets that do not match");
     const ZYLTPDemoGenerator::Parameters parameters{.courses = 1, .pointsPerCourse = 100000};
     const QString course = m_dir.filePath(QStringLiteral("long.zyltp.json"));
     QCOMPARE(ZYLTPProgramFile::Save(*ZYLTPDemoGenerator::Create(parameters), course), QString());
