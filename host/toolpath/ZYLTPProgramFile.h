@@ -41,7 +41,8 @@
 ///  - at most 64 tows a head and course; every other count is that of what the file lists,
 ///    so no count can ask for more memory than the file's size warrants.
 /// So `surface.control_points[7]` at z = 1e300 is refused with "Value 1e+300 mm is out of
-/// range [-1000000 mm, 1000000 mm]". It builds the
+/// range [-1000000 mm, 1000000 mm]". A file in which a bracket closes another kind than the
+/// one open is refused before it is read ("document: brackets that do not match"). It builds the
 /// program through `ZYLTPProgramBuilder` alone (frames as stored, parameters through the
 /// builder, no transaction) and hands it out only once the whole file has been read, so a
 /// refused (or cancelled) load creates nothing. Loading never throws. A file is mapped into
