@@ -23,7 +23,8 @@ endfunction()
 
 # zyl_add_test(<name> SOURCES ... LIBS ... [GL])
 # A Qt Test executable registered with CTest. Every test runs headless with its own
-# settings folder; GL tests run under xvfb-run so that they get a real (software) context.
+# settings folder; GL tests run under xvfb-run so that they get a real (software) context,
+# with the label "gl".
 function(zyl_add_test name)
     cmake_parse_arguments(ARG "GL" "" "SOURCES;LIBS" ${ARGN})
     add_executable(${name} ${ARG_SOURCES})
@@ -32,6 +33,7 @@ function(zyl_add_test name)
     if(ARG_GL)
         find_program(ZYL_XVFB_RUN xvfb-run REQUIRED)
         add_test(NAME ${name} COMMAND ${ZYL_XVFB_RUN} -a $<TARGET_FILE:${name}>)
+        set_tests_properties(${name} PROPERTIES LABELS gl)
         set(platform xcb)
     else()
         add_test(NAME ${name} COMMAND ${name})

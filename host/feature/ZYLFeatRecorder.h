@@ -61,7 +61,7 @@ public:
     {
         ZYLFeatTransaction *transaction = RequireTransaction(QT_TR_NOOP("Setting a value"));
         if constexpr (std::equality_comparable<T>) {
-            if (field == newValue)
+            if (ZYLFeatValueChange<T>::Same(field, newValue))
                 return;
         }
         if (ZYLFeatChange *found = transaction->FindMergeableValue(typeid(T), &field, sizeof(T))) {

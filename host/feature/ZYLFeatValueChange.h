@@ -30,9 +30,20 @@ public:
     bool IsNoOp() const
     {
         if constexpr (std::equality_comparable<T>)
-            return *m_field == m_other;
+            return Same(*m_field, m_other);
         else
             return false;
+    }
+    /// Returns whether two values are equal. Qt 6.4 compares lists of basic types with
+    /// memcmp even when one of two empty lists has no buffer, passing it a null pointer
+    /// (undefined behaviour, even for zero bytes): empty containers are told apart first.
+    static bool Same(const T &a, const T &b)
+    {
+        if constexpr (requires { a.isEmpty(); }) {
+            if (a.isEmpty() || b.isEmpty())
+                return a.isEmpty() == b.isEmpty();
+        }
+        return a == b;
     }
 
 private:

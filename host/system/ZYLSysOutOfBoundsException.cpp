@@ -12,6 +12,12 @@ QString FormatBound(double value, ZYLSysValue::Magnitude magnitude)
     // Infinite ends come from open ranges ("at least 0"); "inf" would read like a typo.
     if (std::isinf(value))
         return value > 0 ? QStringLiteral("\u221E") : QStringLiteral("-\u221E");
+    // Fixed notation would spell out all 300 digits of a value such as 1e300.
+    if (std::fabs(value) >= 1e15) {
+        const ZYLSysValue::Unit unit = ZYLSysValue::GetMagnitudeCurrentUnit(magnitude);
+        return QString::number(ZYLSysValue::ConvertFromSystemUnit(value, unit), 'g', 6)
+               + ZYLSysValue::GetUnitDisplaySuffix(unit);
+    }
     const ZYLSysValue quantity(magnitude, value);
     return quantity.ToString(ZYLSysValue::GetMagnitudeCurrentUnit(magnitude), true);
 }

@@ -250,7 +250,10 @@ void ZYLTPCourse::AvoidCollisions(const ZYLGeoSurface *surface, bool direction, 
     // Everything is checked and planned before the first change.
     ZYLTPCollisionChecker checker(surface, direction, collisionPoints);
     ZYLTPCollisionChecker::CheckTolerance(distance);
-    const auto [start, end] = ResolveRange(from, to);
+    // Plain variables, not a structured binding: the lambda below captures them, which clang
+    // before 16 refuses for bindings.
+    const std::pair<int, int> range = ResolveRange(from, to);
+    const int start = range.first, end = range.second;
     ZYLFeatTransaction *transaction = ZYLFeatRecorder::RequireTransaction(QT_TR_NOOP("Avoiding collisions"));
     const ZYLTPCollisionAvoider::Plan plan = ZYLTPCollisionAvoider(*this, checker, distance).MakePlan(start, end);
 

@@ -19,7 +19,8 @@
 #include "ZYLTPTowTrajectory.h"
 
 #include "ZYLGeoAssembledCurveOnSurface.h"
-#include "ZYLGeoSurface.h"
+#include "ZYLGeoBSplineSurface.h"
+#include "ZYLGeoPlane.h"
 #include "ZYLSysException.h"
 
 #include <algorithm>
@@ -49,6 +50,27 @@ std::vector<ZYLMathVector> ComputeDirections(const std::vector<ZYLMathPoint> &ti
         directions[i] = *unit;
     }
     return directions;
+}
+
+// A surface lies within the bounds of a program when its parameters do and, for a B-spline,
+// its control points (their hull holds it) or, for a plane, its origin and extents. Other
+// surfaces are measured, which builds their search index.
+void CheckSurfaceBounds(const ZYLGeoSurface &surface)
+{
+    const ZYLGeoSurface::Domain domain = surface.GetDomain();
+    for (double parameter : {domain.uMin, domain.uMax, domain.vMin, domain.vMax})
+        ZYLTPCheck::Coordinate(parameter);
+    if (const auto *spline = dynamic_cast<const ZYLGeoBSplineSurface *>(&surface)) {
+        for (int i = 0; i < spline->GetNumControlPointsU(); ++i)
+            for (int j = 0; j < spline->GetNumControlPointsV(); ++j)
+                ZYLTPCheck::Point(spline->GetControlPoint(i, j));
+    } else if (const auto *plane = dynamic_cast<const ZYLGeoPlane *>(&surface)) {
+        ZYLTPCheck::Point(plane->GetFrame().GetOrigin());
+    } else {
+        const ZYLMathBoundingBox box = surface.GetBoundingBox();
+        ZYLTPCheck::Point(box.GetMin());
+        ZYLTPCheck::Point(box.GetMax());
+    }
 }
 
 bool IsUnit(const ZYLMathVector &v)
@@ -124,8 +146,10 @@ ZYLTPProgram *ZYLTPProgramBuilder::TakeProgram()
 
 void ZYLTPProgramBuilder::SetPlySurface(const ZYLGeoSurface *surface)
 {
-    if (surface)
+    if (surface) {
+        CheckSurfaceBounds(*surface);
         surface->AddReference();
+    }
     if (m_program->m_surface)
         m_program->m_surface->RemoveReference();
     m_program->m_surface = surface;
@@ -165,8 +189,8 @@ ZYLTPMachineHead *ZYLTPProgramBuilder::AddMachineHead(const QString &name, int n
 
 ZYLTPRoller *ZYLTPProgramBuilder::AddRoller(const QString &name, double width, double diameter)
 {
-    ZYLTPCheck::Range(width, 0.0, ZYLTPCheck::Infinity, false, false, ZYLSysValue::Length);
-    ZYLTPCheck::Range(diameter, 0.0, ZYLTPCheck::Infinity, false, false, ZYLSysValue::Length);
+    ZYLTPCheck::Size(width);
+    ZYLTPCheck::Size(diameter);
     auto *roller = new ZYLTPRoller(m_program, m_program->GetNumTools(), name, width, diameter);
     m_program->m_tools.emplace_back(roller);
     return roller;
@@ -188,6 +212,7 @@ void ZYLTPProgramBuilder::SetCollisionPoints(ZYLTPResource *resource,
         ZYLTPCheck::Length(point.second);
         if (!point.first.IsFinite())
             throw ZYLSysException(tr("A collision point is not finite"));
+        ZYLTPCheck::Point(point.first);
     }
     resource->m_collisionPoints = points;
 }
@@ -205,6 +230,8 @@ ZYLTPInspectionProcedure *ZYLTPProgramBuilder::AddInspectionProcedure(const QStr
                                                                       double scanFeedRate)
 {
     ZYLTPCheck::FeedRate(scanFeedRate);
+    for (const ZYLMathPoint &point : path)
+        ZYLTPCheck::Point(point);
     if (scanner && scanner->GetProgram() != m_program)
         throw ZYLSysException(tr("The scanner does not belong to the program"));
     auto *procedure =
@@ -227,6 +254,7 @@ void ZYLTPProgramBuilder::CheckProcedureParameters(const ProcedureParameters &pa
     for (double length : {parameters.rapidApproach, parameters.rapidRetract, parameters.safetyClearance,
                           parameters.addCutDistance})
         ZYLTPCheck::Length(length);
+    ZYLTPCheck::Point(parameters.homeFrame.GetOrigin());
     if (parameters.defaultStrategy < ZYLTPCourseLink::Linear || parameters.defaultStrategy > ZYLTPCourseLink::Custom)
         throw ZYLSysOutOfBoundsException(parameters.defaultStrategy, ZYLTPCourseLink::Linear, ZYLTPCourseLink::Custom);
 }
@@ -296,8 +324,11 @@ ZYLTPTowCourse *ZYLTPProgramBuilder::AddTowCourse(ZYLTPRollLayupProcedure *proce
     if (data.normals.size() != towPoints || (!data.directions.empty() && data.directions.size() != towPoints))
         throw ZYLSysException(tr("A course needs one normal (and direction) per tow point"));
     for (size_t i = 0; i < towPoints; ++i)
+    {
         if (!data.tips[i].IsFinite())
             throw ZYLSysException(tr("Course point %1 has no valid tip or normal").arg(i));
+        ZYLTPCheck::Point(data.tips[i]);
+    }
     int covered = 0;
     for (const TowRun &run : data.runs) {
         if (run.numPoints < 1)
@@ -472,6 +503,8 @@ ZYLTPCourseLink *ZYLTPProgramBuilder::AddCustomLink(ZYLTPRollLayupProcedure *pro
         throw ZYLSysException(tr("A custom link joins two courses"));
     if (frames.size() < 2)
         throw ZYLSysException(tr("A custom link needs at least two points"));
+    for (const ZYLMathAxis &frame : frames)
+        ZYLTPCheck::Point(frame.GetOrigin());
     CheckLinkPlace(procedure, from, to);
     CheckLinkParameters(parameters);
     if (parameters.rapidApproach || parameters.rapidRetract)

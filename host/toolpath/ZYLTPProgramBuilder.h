@@ -42,6 +42,12 @@ class ZYLTPTowCourse;
 /// before stays. `TakeProgram()` hands the program over; a builder destroyed without handing
 /// it over deletes it.
 ///
+/// Values are bounded by what a real program holds, as in the model's setters: coordinates
+/// (tips, frame origins, collision point centres, inspection paths, the ply surface's control
+/// points or origin, and its parameters) within ±1e6 mm, lengths, distances and radii in
+/// [0, 1e6] mm, feed rates up to 1e6 mm/min, forces up to 1e6 N; a value beyond is refused
+/// with `ZYLSysOutOfBoundsException`.
+///
 /// Everything a program file holds can be set here, so that loading a file needs no
 /// transaction: procedure parameters (`SetProcedureParameters`), link parameters (`AddLink`,
 /// `AddCustomLink`), and course frames stored bit for bit (`FrameMode::AsGiven`).

@@ -31,7 +31,20 @@
 ///
 /// Loading validates everything and refuses a bad file with a message naming the JSON path
 /// of the fault, e.g. `procedures[0].courses[12].points[40].tool_axis: not a unit vector`;
-/// a value out of range gets the message of the model's setter for it. It builds the
+/// a value out of range gets the message of the model's setter for it. Values must also be
+/// those of a real program, not only finite numbers:
+///  - coordinates (tips, frame origins, collision point centres, inspection paths, control
+///    points, a plane's domain) and knots: within ±1e6 mm;
+///  - lengths, distances and radii: 0 to 1e6 mm (roller width and diameter above 0);
+///  - feed rates: above 0, up to 1e6 mm/min; forces: 0 to 1e6 N;
+///  - tilts within ±1.55 rad, approach and retract angles in (0, π/2], rates in [0, 1];
+///  - surfaces of degree 1 to 3 with 2 to 100,000 control points a side, clamped knot
+///    vectors that never decrease and repeat no knot more than the degree inside;
+///  - at most 64 tows a head and course; every other count is that of what the file lists,
+///    so no count can ask for more memory than the file's size warrants.
+/// So `surface.control_points[7]` at z = 1e300 is refused with "Value 1e+300 mm is out of
+/// range [-1000000 mm, 1000000 mm]". A file in which a bracket closes another kind than the
+/// one open is refused before it is read ("document: brackets that do not match"). It builds the
 /// program through `ZYLTPProgramBuilder` alone (frames as stored, parameters through the
 /// builder, no transaction) and hands it out only once the whole file has been read, so a
 /// refused (or cancelled) load creates nothing. Loading never throws. A file is mapped into

@@ -2,6 +2,7 @@
 // The loading half of ZYLTPProgramFile: simdjson On-Demand straight into the program builder.
 #include "ZYLTPProgramFile.h"
 
+#include "ZYLTPCheck.h"
 #include "ZYLTPCourse.h"
 #include "ZYLTPCourseLink.h"
 #include "ZYLTPInspectionProcedure.h"
@@ -34,6 +35,7 @@
 #endif
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <iterator>
 #include <limits>
@@ -380,11 +382,26 @@ private:
         ForEach(Field(object, key), key, [&](od::value v) { list.push_back(Number(v)); });
         return list;
     }
+    // Points and vectors alike; a point beyond the bounds of a program is refused here, where
+    // it can be located, rather than by the builder.
     ZYLMathPoint PointValue(od::value value)
     {
         double x[3];
         Numbers(value, x, 3);
-        return {x[0], x[1], x[2]};
+        const ZYLMathPoint point(x[0], x[1], x[2]);
+        Guard([&] { ZYLTPCheck::Point(point); });
+        return point;
+    }
+    // Knots are parameters, bounded like coordinates; their order and multiplicities are the
+    // surface's to check.
+    std::vector<double> KnotsField(od::object &object, const char *key)
+    {
+        std::vector<double> knots;
+        ForEach(Field(object, key), key, [&](od::value v) {
+            knots.push_back(Number(v));
+            Guard([&] { ZYLTPCheck::Coordinate(knots.back()); });
+        });
+        return knots;
     }
     ZYLMathPoint PointField(od::object &object, const char *key)
     {
@@ -399,6 +416,7 @@ private:
         double x[12];
         Numbers(value, x, 12);
         const ZYLMathPoint origin(x[0], x[1], x[2]);
+        Guard([&] { ZYLTPCheck::Point(origin); });
         const ZYLMathVector first(x[3], x[4], x[5]), second(x[6], x[7], x[8]), third(x[9], x[10], x[11]);
         constexpr double tolerance = 1e-9;
         const auto unit = [](const ZYLMathVector &v) { return std::fabs(v.GetSquaredLength() - 1.0) <= tolerance; };
@@ -443,6 +461,10 @@ private:
             Numbers(v, x, 4);
             if (x[3] < 0.0)
                 Fail(Tr("negative radius"));
+            Guard([&] {
+                ZYLTPCheck::Point({x[0], x[1], x[2]});
+                ZYLTPCheck::Length(x[3]);
+            });
             points.append({ZYLMathPoint(x[0], x[1], x[2]), x[3]});
         });
         return points;
@@ -463,6 +485,10 @@ private:
                 od::value domain = Field(object, "domain");
                 Scope k(*this, "domain");
                 Numbers(domain, d, 4);
+                Guard([&] {
+                    for (double extent : d)
+                        ZYLTPCheck::Coordinate(extent);
+                });
             }
             m_surface = ZYLGeoPlane::Create(frame, {d[0], d[1], d[2], d[3]}, &error);
         } else if (kind == QLatin1String("bspline")) {
@@ -470,8 +496,8 @@ private:
             const int degreeV = int(IntegerField(object, "degree_v", 1, 3));
             const int countU = int(IntegerField(object, "count_u", 2, 100000));
             const int countV = int(IntegerField(object, "count_v", 2, 100000));
-            std::vector<double> knotsU = NumberListField(object, "knots_u");
-            std::vector<double> knotsV = NumberListField(object, "knots_v");
+            std::vector<double> knotsU = KnotsField(object, "knots_u");
+            std::vector<double> knotsV = KnotsField(object, "knots_v");
             std::vector<ZYLMathPoint> points;
             ForEach(Field(object, "control_points"), "control_points",
                     [&](od::value v) { points.push_back(PointValue(v)); });
@@ -484,7 +510,7 @@ private:
         Close(object);
         if (!m_surface)
             Fail(error);
-        m_builder.SetPlySurface(m_surface.get());
+        Guard([&] { m_builder.SetPlySurface(m_surface.get()); });
     }
 
     void ReadBoundaries(od::value value)
@@ -847,9 +873,47 @@ private:
     ZYLGeoRef<ZYLGeoSurface> m_surface;
 };
 
+// On-Demand checks the nesting only as far as it reads, and a search for a member that wraps
+// around to the start of its object takes the part it passed for well formed (a "]" closing
+// a "{" made it run off the document). So no bracket outside strings may close another kind
+// than the last one open; the pass costs a fraction of the parse.
+bool BracketsMatch(const char *text, size_t size)
+{
+    // Most bytes are digits: one table look-up passes them by.
+    static constexpr std::array<bool, 256> marks = [] {
+        std::array<bool, 256> table{};
+        for (unsigned char c : {'"', '{', '}', '[', ']'})
+            table[c] = true;
+        return table;
+    }();
+    std::vector<char> open;
+    const char *const end = text + size;
+    for (const char *p = text; p < end; ++p) {
+        if (!marks[static_cast<unsigned char>(*p)])
+            continue;
+        if (*p == '"') {
+            for (++p; p < end && *p != '"'; ++p)
+                p += *p == '\\';
+        } else if (*p == '{' || *p == '[') {
+            open.push_back(*p);
+        } else if (open.empty()) {
+            return true; // content after the document, which the reader reports
+        } else if (open.back() != (*p == '}' ? '{' : '[')) {
+            return false;
+        } else {
+            open.pop_back();
+        }
+    }
+    return true; // what is left open, the parser finds truncated
+}
+
 ZYLTPProgramFile::LoadResult ReadPadded(simdjson::padded_string_view json, const ZYLTPProgramFile::Progress &progress)
 {
     ZYLTPProgramFile::LoadResult result;
+    if (!BracketsMatch(json.data(), json.size())) {
+        result.error = QStringLiteral("document: ") + Tr("brackets that do not match");
+        return result;
+    }
     try {
         od::parser parser;
         od::document document;

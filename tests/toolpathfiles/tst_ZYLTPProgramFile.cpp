@@ -303,6 +303,20 @@ void tst_ZYLTPProgramFile::damagedFileIsRefusedAtItsPlace_data()
     QTest::newRow("direction not perpendicular") << QStringLiteral("\"direction\":\\[[^\\]]*\\]")
                                                  << QStringLiteral("\"direction\":[0,0,1]")
                                                  << QStringLiteral("procedures[0].courses[0].points[0].direction:");
+    QTest::newRow("far tip") << QStringLiteral("\"tip\":\\[(%1),").arg(number) << QStringLiteral("\"tip\":[-2e6,")
+                             << QStringLiteral("procedures[0].courses[0].points[0].tip: Value -2000000 mm is out of range");
+    QTest::newRow("far control point") << QStringLiteral("\"control_points\":\\[\\[(%1),").arg(number)
+                                       << QStringLiteral("\"control_points\":[[1e300,")
+                                       << QStringLiteral("surface.control_points[0]: Value 1e+300 mm is out of range");
+    QTest::newRow("far knot") << QStringLiteral("\"knots_v\":\\[(%1),").arg(number) << QStringLiteral("\"knots_v\":[-1e7,")
+                              << QStringLiteral("surface.knots_v[0]: Value -10000000 mm is out of range");
+    QTest::newRow("huge collision radius") << QStringLiteral("\"collision_points\":\\[\\[([^\\]]*),(%1)\\]").arg(number)
+                                           << QStringLiteral("\"collision_points\":[[\\1,3e6]")
+                                           << QStringLiteral("heads[0].collision_points[0]: Value 3000000 mm is out of range");
+    QTest::newRow("huge roller") << QStringLiteral("\"width\":(%1)").arg(number) << QStringLiteral("\"width\":5e6")
+                                 << QStringLiteral("tools[0]: Value 5000000 mm is out of range");
+    QTest::newRow("far home") << QStringLiteral("\"home_frame\":\\[(%1),").arg(number) << QStringLiteral("\"home_frame\":[1e7,")
+                              << QStringLiteral("procedures[0].parameters.home_frame: Value 10000000 mm");
 }
 
 void tst_ZYLTPProgramFile::damagedFileIsRefusedAtItsPlace()
