@@ -241,7 +241,8 @@ void ZYLTPDetailedInfoWidget::OnPushButtonApplyFilterSave(bool)
         // them: the views are told of the last setting only, so they filter once.
         const QSignalBlocker blocker(proxy);
         proxy->SetFilterFunction(filter.GetFunction() ? filter.GetFunction()
-                                                      : &ZYLCmnFilterProxyModel::DefaultVariantFilterFunction);
+                                                      : &ZYLCmnFilterProxyModel::DefaultVariantFilterFunction,
+                                 filter.GetBitsFunction());
         proxy->setFilterKeyColumn(filter.GetKeyColumn());
         proxy->setFilterRole(filter.GetRole());
     }

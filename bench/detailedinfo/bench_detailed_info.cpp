@@ -93,6 +93,7 @@ int main(int argc, char *argv[])
     TimeFilter(panel, view, "Enabled tows", 2, "5");
     TimeFilter(panel, view, "Point number", 4, "x12");
     TimeFilter(panel, view, "Enabled tows", 3, "0");
+    TimeFilter(panel, view, "Post-processor instructions", 3, "pre");
 
     for (const int column : {2, 3}) {
         timer.restart();

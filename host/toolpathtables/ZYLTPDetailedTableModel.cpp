@@ -736,6 +736,45 @@ int ZYLTPDetailedTableModel::GetSortColumn() const
     return d->sortColumn;
 }
 
+// The same numbers as data() gives, a cell without one (an invalid QVariant) being NaN.
+bool ZYLTPDetailedTableModel::ReadNumbers(int column, int role, std::vector<double> &numbers) const
+{
+    if (column < 0 || column >= d->columns || (role != Qt::DisplayRole && role != NumberRole))
+        return false;
+    const int rows = rowCount();
+    numbers.resize(size_t(rows));
+    constexpr double none = std::numeric_limits<double>::quiet_NaN();
+    for (int row = 0; row < rows; ++row) {
+        const Cell cell = d->source->GetCell(d->SourceRow(row), column);
+        double &number = numbers[size_t(row)];
+        if (role == NumberRole)
+            number = cell.HasNumber() ? d->MemoOf(column, cell).shownNumber : none;
+        else if (cell.kind == Cell::Integer)
+            number = double(cell.integer);
+        else if (cell.kind == Cell::Empty)
+            number = none;
+        else
+            return false;
+    }
+    return true;
+}
+
+// A tow mask's text reads back as its bits; an empty cell's text is the empty set.
+bool ZYLTPDetailedTableModel::ReadBits(int column, int role, std::vector<quint64> &bits) const
+{
+    if (role != Qt::DisplayRole || GetColumnType(column) != TowMask)
+        return false;
+    const int rows = rowCount();
+    bits.resize(size_t(rows));
+    for (int row = 0; row < rows; ++row) {
+        const Cell cell = d->source->GetCell(d->SourceRow(row), column);
+        if (cell.kind != Cell::Mask && cell.kind != Cell::Empty)
+            return false;
+        bits[size_t(row)] = cell.mask;
+    }
+    return true;
+}
+
 void ZYLTPDetailedTableModel::AppendCellText(int row, int column, QByteArray &out) const
 {
     const Cell cell = d->source->GetCell(d->SourceRow(row), column);
