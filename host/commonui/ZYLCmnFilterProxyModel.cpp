@@ -231,6 +231,34 @@ void ZYLCmnFilterProxyModel::SetVariantFilter(const ZYLSysVariantFilter &filter)
     Refilter();
 }
 
+void ZYLCmnFilterProxyModel::SetFilter(FilterFunction function, BitsFunction bitsFunction, int keyColumn, int role,
+                                       const ZYLSysVariantFilter &filter)
+{
+    // The layout change that invalidate() announces, told once around all the settings: each
+    // setting told by itself would leave the views holding rows of a dropped mapping, which
+    // they would then have re-filtered only to be dropped again by the next setting.
+    emit layoutAboutToBeChanged();
+    {
+        const QSignalBlocker blocker(this);
+        // The base class setters re-filter row by row; let that pass find nothing to change.
+        const bool keep = !AcceptsAllRows() || !filterRegularExpression().pattern().isEmpty();
+        const QScopedValueRollback<bool> keeping(d->keepingRows, keep);
+        if (keyColumn != filterKeyColumn())
+            QSortFilterProxyModel::setFilterKeyColumn(keyColumn);
+        if (role != filterRole())
+            QSortFilterProxyModel::setFilterRole(role);
+    }
+    d->function = std::move(function);
+    d->bitsFunction = std::move(bitsFunction);
+    d->filter = filter;
+    d->UpdateMode();
+    {
+        const QSignalBlocker blocker(this);
+        Refilter();
+    }
+    emit layoutChanged();
+}
+
 void ZYLCmnFilterProxyModel::setFilterKeyColumn(int column)
 {
     SetAndRefilter(&QSortFilterProxyModel::setFilterKeyColumn, column);

@@ -62,6 +62,10 @@ public:
     void SetFilterFunction(FilterFunction function, BitsFunction bitsFunction = {});
     /// Sets the filter handed to the comparison with every cell. Re-filters the rows.
     void SetVariantFilter(const ZYLSysVariantFilter &filter);
+    /// Sets the comparison (as `SetFilterFunction`), the key column, the role and the filter
+    /// at once, and re-filters once: one layout change for all of them.
+    void SetFilter(FilterFunction function, BitsFunction bitsFunction, int keyColumn, int role,
+                   const ZYLSysVariantFilter &filter);
     /// Returns the filter set last (a default-constructed one initially).
     const ZYLSysVariantFilter &GetVariantFilter() const;
 
