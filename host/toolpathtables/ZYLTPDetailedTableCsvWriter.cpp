@@ -5,12 +5,14 @@
 
 #include <QSaveFile>
 
+#include <string>
+#include <string_view>
 #include <utility>
 
 namespace {
 
 constexpr qsizetype BlockSize = 1 << 20;
-constexpr char Separator[] = ", ";
+constexpr std::string_view Separator = ", ";
 
 } // namespace
 
@@ -47,8 +49,14 @@ ZYLTPDetailedTableCsvWriter::Result ZYLTPDetailedTableCsvWriter::Write(const QSt
         m_error = file.errorString();
         return Failed;
     }
-    QByteArray block;
+    // A plain buffer: appending to it is a bounds check and a copy, which matters at ten
+    // million fields.
+    std::string block;
     block.reserve(BlockSize + BlockSize / 4);
+    const auto appendText = [&block](const QString &text) {
+        const QByteArray utf8 = text.toUtf8();
+        block.append(utf8.constData(), size_t(utf8.size()));
+    };
     block.append("\xEF\xBB\xBF");
     if (m_horizontalHeader) {
         if (m_verticalHeader)
@@ -56,13 +64,13 @@ ZYLTPDetailedTableCsvWriter::Result ZYLTPDetailedTableCsvWriter::Write(const QSt
         for (qsizetype i = 0; i < m_columns.size(); ++i) {
             if (i > 0)
                 block.append(Separator);
-            block.append(m_model.headerData(m_columns.at(i), Qt::Horizontal).toString().toUtf8());
+            appendText(m_model.headerData(m_columns.at(i), Qt::Horizontal).toString());
         }
         if (!m_columns.isEmpty())
-            block.append('\n');
+            block += '\n';
     }
     const auto flush = [&](qint64 done) {
-        if (file.write(block) != block.size()) {
+        if (file.write(block.data(), qint64(block.size())) != qint64(block.size())) {
             m_error = file.errorString();
             return Failed;
         }
@@ -74,7 +82,7 @@ ZYLTPDetailedTableCsvWriter::Result ZYLTPDetailedTableCsvWriter::Write(const QSt
     for (size_t i = 0; i < m_rows.size(); ++i) {
         const int row = m_rows[i];
         if (m_verticalHeader) {
-            block.append(m_model.headerData(row, Qt::Vertical).toString().toUtf8());
+            appendText(m_model.headerData(row, Qt::Vertical).toString());
             block.append(Separator);
         }
         for (qsizetype c = 0; c < m_columns.size(); ++c) {
@@ -82,8 +90,8 @@ ZYLTPDetailedTableCsvWriter::Result ZYLTPDetailedTableCsvWriter::Write(const QSt
                 block.append(Separator);
             m_model.AppendCellText(row, m_columns.at(c), block);
         }
-        block.append('\n');
-        if (block.size() >= BlockSize) {
+        block += '\n';
+        if (block.size() >= size_t(BlockSize)) {
             if (const Result result = flush(qint64(i + 1)); result != Written) {
                 file.cancelWriting();
                 return result;

@@ -775,7 +775,7 @@ bool ZYLTPDetailedTableModel::ReadBits(int column, int role, std::vector<quint64
     return true;
 }
 
-void ZYLTPDetailedTableModel::AppendCellText(int row, int column, QByteArray &out) const
+void ZYLTPDetailedTableModel::AppendCellText(int row, int column, std::string &out) const
 {
     const Cell cell = d->source->GetCell(d->SourceRow(row), column);
     switch (cell.kind) {
@@ -784,14 +784,18 @@ void ZYLTPDetailedTableModel::AppendCellText(int row, int column, QByteArray &ou
     case Cell::Integer: {
         char buffer[24];
         const auto result = std::to_chars(buffer, buffer + sizeof buffer, cell.integer);
-        out.append(buffer, result.ptr - buffer);
+        out.append(buffer, size_t(result.ptr - buffer));
         return;
     }
-    case Cell::String:
-        out.append(cell.text.toUtf8());
+    case Cell::String: {
+        const QByteArray utf8 = cell.text.toUtf8();
+        out.append(utf8.constData(), size_t(utf8.size()));
         return;
-    default:
-        out.append(d->MemoOf(column, cell).utf8);
+    }
+    default: {
+        const QByteArray &utf8 = d->MemoOf(column, cell).utf8;
+        out.append(utf8.constData(), size_t(utf8.size()));
         return;
+    }
     }
 }

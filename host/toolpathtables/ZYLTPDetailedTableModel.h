@@ -11,6 +11,7 @@
 #include <QString>
 
 #include <memory>
+#include <string>
 
 class ZYLTPProgram;
 
@@ -100,7 +101,7 @@ public:
     /// Appends the display text of a cell as UTF-8 to `out`, as `data` would give it, without
     /// making a QString for repeats of the previous value in the same column (the fast path of
     /// CSV files).
-    void AppendCellText(int row, int column, QByteArray &out) const;
+    void AppendCellText(int row, int column, std::string &out) const;
 
 private:
     struct Data;
