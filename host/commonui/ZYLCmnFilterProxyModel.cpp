@@ -86,6 +86,8 @@ struct ZYLCmnFilterProxyModel::Data {
     ZYLSysVariantFilter filter;
     // Set while a base-class setter runs its row-by-row re-filter: rows then keep their state.
     bool keepingRows = false;
+    // With keepingRows: the column read gives the state of the rows, the mapping need not.
+    bool keptFromColumn = false;
 
     // How a full re-filter reads the key column at once (see the header).
     enum class Mode { Cells, Texts, Numbers, Bits };
@@ -241,12 +243,24 @@ void ZYLCmnFilterProxyModel::SetFilter(FilterFunction function, BitsFunction bit
     {
         const QSignalBlocker blocker(this);
         // The base class setters re-filter row by row; let that pass find nothing to change.
-        const bool keep = !AcceptsAllRows() || !filterRegularExpression().pattern().isEmpty();
+        // When every row passes now, it is a pass over every row in order, which needs no
+        // look at the mapping.
+        const bool withoutPattern = filterRegularExpression().pattern().isEmpty();
+        const bool keep = !AcceptsAllRows() || !withoutPattern;
         const QScopedValueRollback<bool> keeping(d->keepingRows, keep);
+        // The rows' state is that of the current comparison, which the column read gives.
+        const Data::Column &cache = d->cache;
+        const QScopedValueRollback<bool> keptFromColumn(
+            d->keptFromColumn, keep && withoutPattern && cache.valid && cache.mode == d->mode
+                                   && cache.column == filterKeyColumn() && cache.role == filterRole());
+        const auto set = [this, keep](void (QSortFilterProxyModel::*setter)(int), int value) {
+            d->columnWanted = !keep;
+            (this->*setter)(value);
+        };
         if (keyColumn != filterKeyColumn())
-            QSortFilterProxyModel::setFilterKeyColumn(keyColumn);
+            set(&QSortFilterProxyModel::setFilterKeyColumn, keyColumn);
         if (role != filterRole())
-            QSortFilterProxyModel::setFilterRole(role);
+            set(&QSortFilterProxyModel::setFilterRole, role);
     }
     d->function = std::move(function);
     d->bitsFunction = std::move(bitsFunction);
@@ -392,8 +406,11 @@ bool ZYLCmnFilterProxyModel::filterAcceptsRow(int sourceRow, const QModelIndex &
         return (d->passAll || d->Accepts(size_t(sourceRow)))
                && (d->passWithoutPattern || QSortFilterProxyModel::filterAcceptsRow(sourceRow, sourceParent));
     }
-    if (d->keepingRows)
+    if (d->keepingRows) {
+        if (d->keptFromColumn && !sourceParent.isValid() && size_t(sourceRow) < d->CachedRows())
+            return d->Accepts(size_t(sourceRow));
         return mapFromSource(sourceModel()->index(sourceRow, 0, sourceParent)).isValid();
+    }
     // Without a function of its own an accept-all filter keeps every row, so the common
     // unfiltered state never reads a cell.
     if (!AcceptsAllRows()) {

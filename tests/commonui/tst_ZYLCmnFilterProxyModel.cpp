@@ -250,6 +250,14 @@ void tst_ZYLCmnFilterProxyModel::typedColumnsReadOnce()
     proxy.SetVariantFilter(greater(100));
     QCOMPARE(SourceRows(proxy), QList<int>{0});
     proxy.setFilterRegularExpression(QString());
+    // A row passing this filter and the next one, on another column, stays where it was meant.
+    proxy.SetVariantFilter(greater(15));
+    const QPersistentModelIndex alphabet = proxy.index(SourceRows(proxy).indexOf(4), TextColumn);
+    proxy.SetFilter({}, {}, TextColumn, Qt::DisplayRole,
+                    ZYLSysVariantFilter::CreateFilter("alpha", ZYLSysVariantFilter::Text,
+                                                      ZYLSysVariantFilter::BeginsWith, kTextTolerance));
+    QCOMPARE(SourceRows(proxy), (QList<int>{0, 4}));
+    QCOMPARE(alphabet.data().toString(), QStringLiteral("alphabet"));
     // The bit set twin decides where the source offers bit sets (this function never passes).
     proxy.SetFilter([](const QVariant &, const ZYLSysVariantFilter &) { return false; },
                     [](quint64 bits, const ZYLSysVariantFilter &filter) {
