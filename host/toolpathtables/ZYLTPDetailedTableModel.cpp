@@ -21,6 +21,7 @@
 #include <QCoreApplication>
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
 #include <limits>
@@ -466,6 +467,18 @@ struct ZYLTPDetailedTableModel::Data {
         double shownNumber = 0.0;
     };
     mutable std::vector<Memo> memos;
+    // Where the UTF-8 text of a column's integer or text cell is kept until the next one.
+    struct Scratch {
+        std::array<char, 24> digits;
+        QByteArray text;
+    };
+    mutable std::vector<Scratch> scratches;
+    Scratch &ScratchOf(int column) const
+    {
+        if (scratches.size() <= size_t(column))
+            scratches.resize(size_t(column) + 1);
+        return scratches[size_t(column)];
+    }
 
     int SourceRow(int row) const { return order.empty() ? row : order[size_t(row)]; }
     // Returns the memo of a value cell (value, time, tow mask), made afresh when the cell
@@ -775,27 +788,20 @@ bool ZYLTPDetailedTableModel::ReadBits(int column, int role, std::vector<quint64
     return true;
 }
 
-void ZYLTPDetailedTableModel::AppendCellText(int row, int column, std::string &out) const
+QByteArrayView ZYLTPDetailedTableModel::GetCellUtf8(int row, int column) const
 {
     const Cell cell = d->source->GetCell(d->SourceRow(row), column);
     switch (cell.kind) {
     case Cell::Empty:
-        return;
+        return {};
     case Cell::Integer: {
-        char buffer[24];
-        const auto result = std::to_chars(buffer, buffer + sizeof buffer, cell.integer);
-        out.append(buffer, size_t(result.ptr - buffer));
-        return;
+        std::array<char, 24> &digits = d->ScratchOf(column).digits;
+        const auto result = std::to_chars(digits.data(), digits.data() + digits.size(), cell.integer);
+        return QByteArrayView(digits.data(), result.ptr - digits.data());
     }
-    case Cell::String: {
-        const QByteArray utf8 = cell.text.toUtf8();
-        out.append(utf8.constData(), size_t(utf8.size()));
-        return;
-    }
-    default: {
-        const QByteArray &utf8 = d->MemoOf(column, cell).utf8;
-        out.append(utf8.constData(), size_t(utf8.size()));
-        return;
-    }
+    case Cell::String:
+        return d->ScratchOf(column).text = cell.text.toUtf8();
+    default:
+        return d->MemoOf(column, cell).utf8;
     }
 }

@@ -6,12 +6,11 @@
 #include "ZYLSysTypedColumnModel.h"
 
 #include <QAbstractTableModel>
-#include <QByteArray>
+#include <QByteArrayView>
 #include <QList>
 #include <QString>
 
 #include <memory>
-#include <string>
 
 class ZYLTPProgram;
 
@@ -98,10 +97,10 @@ public:
     bool ReadNumbers(int column, int role, std::vector<double> &numbers) const override;
     bool ReadBits(int column, int role, std::vector<quint64> &bits) const override;
 
-    /// Appends the display text of a cell as UTF-8 to `out`, as `data` would give it, without
-    /// making a QString for repeats of the previous value in the same column (the fast path of
-    /// CSV files).
-    void AppendCellText(int row, int column, std::string &out) const;
+    /// Returns the display text of a cell as UTF-8, as `data` would give it, without making a
+    /// QString for repeats of the previous value in the same column (the fast path of CSV
+    /// files). The text stays valid until the next call for the same column.
+    QByteArrayView GetCellUtf8(int row, int column) const;
 
 private:
     struct Data;
