@@ -19,14 +19,14 @@ public:
     virtual ~ZYLSysTypedColumnModel();
 
     /// Fills `numbers` with one entry per row: the number `data(index, role)` holds, or NaN
-    /// where it holds nothing (an invalid `QVariant`). Returns false, with `numbers`
-    /// unspecified, when some cell under that role holds anything else (a text, a value
-    /// with a unit), which a number cannot stand for.
+    /// where it holds nothing (an invalid `QVariant`). Returns false, leaving `numbers` in
+    /// any state, when some cell under that role holds anything else (a text, a value with
+    /// a unit), which a number cannot stand for.
     virtual bool ReadNumbers(int column, int role, std::vector<double> &numbers) const = 0;
 
     /// Fills `bits` with one entry per row: the bit set the cell's text under `role` stands
-    /// for (0 for an empty cell). Returns false, with `bits` unspecified, when the column does
-    /// not hold bit sets under that role.
+    /// for (0 for an empty cell). Returns false, leaving `bits` in any state, when the column
+    /// does not hold bit sets under that role.
     virtual bool ReadBits(int column, int role, std::vector<quint64> &bits) const = 0;
 
 protected:
