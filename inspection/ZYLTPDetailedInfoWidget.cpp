@@ -235,17 +235,10 @@ void ZYLTPDetailedInfoWidget::OnPushButtonApplyFilterSave(bool)
     case ZYLTPDetailedTableFilter::InvalidValue: return ShowError(tr("Invalid value:") + filter.GetMessage());
     }
     const WaitCursor wait;
-    ZYLCmnFilterProxyModel *proxy = d->proxies[size_t(table)];
-    {
-        // Each setting drops the proxy's rows, which are filtered again once a view asks for
-        // them: the views are told of the last setting only, so they filter once.
-        const QSignalBlocker blocker(proxy);
-        proxy->SetFilterFunction(filter.GetFunction() ? filter.GetFunction()
-                                                      : &ZYLCmnFilterProxyModel::DefaultVariantFilterFunction);
-        proxy->setFilterKeyColumn(filter.GetKeyColumn());
-        proxy->setFilterRole(filter.GetRole());
-    }
-    proxy->SetVariantFilter(filter.GetVariantFilter());
+    d->proxies[size_t(table)]->SetFilter(filter.GetFunction() ? filter.GetFunction()
+                                                              : &ZYLCmnFilterProxyModel::DefaultVariantFilterFunction,
+                                         filter.GetBitsFunction(), filter.GetKeyColumn(), filter.GetRole(),
+                                         filter.GetVariantFilter());
     ResizeToContents(d->View(table));
 }
 
@@ -255,11 +248,7 @@ void ZYLTPDetailedInfoWidget::OnPushButtonClearFilterSave(bool)
     if (table < Model::Course || table > Model::LinkingMotion)
         return;
     ZYLCmnFilterProxyModel *proxy = d->proxies[size_t(table)];
-    {
-        const QSignalBlocker blocker(proxy);
-        proxy->SetFilterFunction({});
-    }
-    proxy->SetVariantFilter(ZYLSysVariantFilter());
+    proxy->SetFilter({}, {}, proxy->filterKeyColumn(), proxy->filterRole(), ZYLSysVariantFilter());
     ResizeToContents(d->View(table));
 }
 

@@ -34,8 +34,10 @@ double Seconds(const QElapsedTimer &timer) { return timer.nsecsElapsed() / 1e9; 
 
 template<class T> T *Child(QWidget *panel, const char *name) { return panel->findChild<T *>(QLatin1String(name)); }
 
-// Applies a filter and returns its time and the rows left.
-void TimeFilter(QWidget *panel, QTableView *view, const char *label, int condition, const char *value)
+// Applies a filter and prints its time and the rows left; then clears it unless told to keep
+// it, so that the next filter replaces it.
+void TimeFilter(QWidget *panel, QTableView *view, const char *label, int condition, const char *value,
+                bool clear = true)
 {
     auto *property = Child<QComboBox>(panel, "comboBox_property");
     property->setCurrentIndex(property->findData(QString::fromLatin1(label), LabelRole));
@@ -47,6 +49,8 @@ void TimeFilter(QWidget *panel, QTableView *view, const char *label, int conditi
     Child<QPushButton>(panel, "pushButton_applyFilter")->click();
     const int rows = view->model()->rowCount();
     std::printf("filter   %8.3f s   %s %d %s: %d rows\n", Seconds(timer), label, condition, value, rows);
+    if (!clear)
+        return;
     timer.restart();
     Child<QPushButton>(panel, "pushButton_clearFilter")->click();
     std::printf("clear    %8.3f s   %d rows\n", Seconds(timer), view->model()->rowCount());
@@ -93,6 +97,9 @@ int main(int argc, char *argv[])
     TimeFilter(panel, view, "Enabled tows", 2, "5");
     TimeFilter(panel, view, "Point number", 4, "x12");
     TimeFilter(panel, view, "Enabled tows", 3, "0");
+    TimeFilter(panel, view, "Post-processor instructions", 3, "pre");
+    TimeFilter(panel, view, "Enabled tows", 2, "5", false);
+    TimeFilter(panel, view, "Feed rate", 6, "2000");
 
     for (const int column : {2, 3}) {
         timer.restart();

@@ -102,6 +102,16 @@ bool CompareNumbers(double cell, double base, ZYLSysVariantFilter::ComparisonTyp
     }
 }
 
+// A numeric comparison; a side that is not numeric passes only "not equal".
+bool CompareOperands(const Operand &cell, const Operand &base, ZYLSysVariantFilter::ComparisonType comparison,
+                     double tolerance)
+{
+    const std::optional<std::pair<double, double>> numbers = ComparableNumbers(cell, base);
+    if (!numbers)
+        return comparison == ZYLSysVariantFilter::NotEqual;
+    return CompareNumbers(numbers->first, numbers->second, comparison, tolerance);
+}
+
 bool CompareTexts(const QString &cell, const QString &base, ZYLSysVariantFilter::ComparisonType comparison)
 {
     switch (comparison) {
@@ -212,8 +222,15 @@ bool ZYLSysVariantFilter::Accepts(const QVariant &value) const
         return true;
     if (d->type == Text || d->comparison <= DoesNotContain || d->baseOperand.kind == Kind::Text)
         return CompareTexts(value.toString(), d->baseText, d->comparison);
-    const std::optional<std::pair<double, double>> numbers = ComparableNumbers(Classify(value), d->baseOperand);
-    if (!numbers)
-        return d->comparison == NotEqual;
-    return CompareNumbers(numbers->first, numbers->second, d->comparison, d->tolerance);
+    return CompareOperands(Classify(value), d->baseOperand, d->comparison, d->tolerance);
+}
+
+bool ZYLSysVariantFilter::ComparesNumbers() const
+{
+    return !d->acceptAll && d->type != Text && d->comparison > DoesNotContain && d->baseOperand.kind != Kind::Text;
+}
+
+bool ZYLSysVariantFilter::AcceptsNumber(double number) const
+{
+    return CompareOperands(Number(number), d->baseOperand, d->comparison, d->tolerance);
 }

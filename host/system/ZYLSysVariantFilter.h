@@ -65,6 +65,14 @@ public:
     /// Returns whether the value passes the filter.
     bool Accepts(const QVariant &value) const;
 
+    /// Returns whether this filter compares numbers (a numeric base, a comparison from "equal"
+    /// on, not a text filter), so that `AcceptsNumber` may stand in for `Accepts`.
+    bool ComparesNumbers() const;
+    /// For a filter that compares numbers, returns what `Accepts` returns for a cell holding
+    /// `number`; a non-finite number stands for a cell holding no number (empty), which
+    /// only "not equal" accepts.
+    bool AcceptsNumber(double number) const;
+
 private:
     struct Data;
     std::shared_ptr<const Data> d;

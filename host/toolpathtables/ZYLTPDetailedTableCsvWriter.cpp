@@ -3,14 +3,18 @@
 
 #include "ZYLTPDetailedTableModel.h"
 
+#include <QByteArrayView>
 #include <QSaveFile>
 
+#include <algorithm>
+#include <cstring>
+#include <string>
 #include <utility>
 
 namespace {
 
 constexpr qsizetype BlockSize = 1 << 20;
-constexpr char Separator[] = ", ";
+constexpr QByteArrayView Separator = ", ";
 
 } // namespace
 
@@ -47,26 +51,36 @@ ZYLTPDetailedTableCsvWriter::Result ZYLTPDetailedTableCsvWriter::Write(const QSt
         m_error = file.errorString();
         return Failed;
     }
-    QByteArray block;
-    block.reserve(BlockSize + BlockSize / 4);
-    block.append("\xEF\xBB\xBF");
+    // A plain buffer written through a pointer: appending is a bounds check and a copy, made
+    // inline, which matters at ten million fields.
+    std::string block(size_t(BlockSize) * 2, '\0');
+    size_t used = 0;
+    const auto put = [&block, &used](QByteArrayView text) {
+        const size_t n = size_t(text.size());
+        if (used + n > block.size())
+            block.resize(std::max(block.size() * 2, used + n));
+        std::memcpy(block.data() + used, text.data(), n);
+        used += n;
+    };
+    const auto putText = [&put](const QString &text) { put(text.toUtf8()); };
+    put("\xEF\xBB\xBF");
     if (m_horizontalHeader) {
         if (m_verticalHeader)
-            block.append(Separator);
+            put(Separator);
         for (qsizetype i = 0; i < m_columns.size(); ++i) {
             if (i > 0)
-                block.append(Separator);
-            block.append(m_model.headerData(m_columns.at(i), Qt::Horizontal).toString().toUtf8());
+                put(Separator);
+            putText(m_model.headerData(m_columns.at(i), Qt::Horizontal).toString());
         }
         if (!m_columns.isEmpty())
-            block.append('\n');
+            put("\n");
     }
     const auto flush = [&](qint64 done) {
-        if (file.write(block) != block.size()) {
+        if (file.write(block.data(), qint64(used)) != qint64(used)) {
             m_error = file.errorString();
             return Failed;
         }
-        block.clear();
+        used = 0;
         if (m_progress && !m_progress(done, qint64(m_rows.size())))
             return Cancelled;
         return Written;
@@ -74,16 +88,16 @@ ZYLTPDetailedTableCsvWriter::Result ZYLTPDetailedTableCsvWriter::Write(const QSt
     for (size_t i = 0; i < m_rows.size(); ++i) {
         const int row = m_rows[i];
         if (m_verticalHeader) {
-            block.append(m_model.headerData(row, Qt::Vertical).toString().toUtf8());
-            block.append(Separator);
+            putText(m_model.headerData(row, Qt::Vertical).toString());
+            put(Separator);
         }
         for (qsizetype c = 0; c < m_columns.size(); ++c) {
             if (c > 0)
-                block.append(Separator);
-            m_model.AppendCellText(row, m_columns.at(c), block);
+                put(Separator);
+            put(m_model.GetCellUtf8(row, m_columns.at(c)));
         }
-        block.append('\n');
-        if (block.size() >= BlockSize) {
+        put("\n");
+        if (used >= size_t(BlockSize)) {
             if (const Result result = flush(qint64(i + 1)); result != Written) {
                 file.cancelWriting();
                 return result;

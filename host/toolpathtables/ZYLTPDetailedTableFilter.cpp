@@ -170,9 +170,15 @@ ZYLTPDetailedTableFilter ZYLTPDetailedTableFilter::Create(const ZYLTPDetailedTab
         const auto comparison = Comparison(*condition);
         switch (type) {
         case Model::TowMask:
-            f.m_function = MakeTowMaskFunction(ReadMask(value, true));
+        {
+            const ZYLCompTowMask filterMask = ReadMask(value, true);
+            f.m_function = MakeTowMaskFunction(filterMask);
+            f.m_bitsFunction = [filterMask](quint64 bits, const ZYLSysVariantFilter &filter) {
+                return CompareMasks(ZYLCompTowMask(bits), filterMask, filter.GetComparisonType());
+            };
             f.m_filter = ZYLSysVariantFilter(value, comparison, 0.0, ZYLSysVariantFilter::Other);
             break;
+        }
         case Model::PhysicalValue:
             f.m_filter = ZYLSysVariantFilter(number, comparison, 1e-07, ZYLSysVariantFilter::Other);
             break;

@@ -31,6 +31,7 @@ class ZYLTPDetailedTableModel;
 ///
 /// Passes the cell (read with `GetRole()` from `GetKeyColumn()`) when
 /// `GetFunction()(cell, GetVariantFilter())` returns true; `Accepts` does the same for one row.
+/// A proxy whose source offers the key column as bit sets may call `GetBitsFunction()` instead.
 class ZYLTOOLPATHTABLES_EXPORT ZYLTPDetailedTableFilter {
 public:
     enum Error {
@@ -48,6 +49,8 @@ public:
         InvalidValue
     };
     using Function = std::function<bool(const QVariant &cell, const ZYLSysVariantFilter &filter)>;
+    /// The same comparison on a cell given as its bit set (tow mask columns).
+    using BitsFunction = std::function<bool(quint64 bits, const ZYLSysVariantFilter &filter)>;
 
     /// The separator code of the condition lists.
     static constexpr int Separator = -1;
@@ -78,6 +81,9 @@ public:
     int GetKeyColumn() const { return m_column; }
     int GetRole() const { return m_role; }
     const Function &GetFunction() const { return m_function; }
+    /// Returns the function's twin on bit sets (tow mask columns; empty for others), which
+    /// decides as the function does for every cell.
+    const BitsFunction &GetBitsFunction() const { return m_bitsFunction; }
     const ZYLSysVariantFilter &GetVariantFilter() const { return m_filter; }
     /// Returns whether row `row` of `model` passes (for a filter without error).
     bool Accepts(const QAbstractItemModel &model, int row) const;
@@ -88,5 +94,6 @@ private:
     int m_column = -1;
     int m_role = Qt::DisplayRole;
     Function m_function;
+    BitsFunction m_bitsFunction;
     ZYLSysVariantFilter m_filter;
 };

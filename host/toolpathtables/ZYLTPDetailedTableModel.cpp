@@ -21,6 +21,7 @@
 #include <QCoreApplication>
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
 #include <limits>
@@ -466,6 +467,18 @@ struct ZYLTPDetailedTableModel::Data {
         double shownNumber = 0.0;
     };
     mutable std::vector<Memo> memos;
+    // Where the UTF-8 text of a column's integer or text cell is kept until the next one.
+    struct Scratch {
+        std::array<char, 24> digits;
+        QByteArray text;
+    };
+    mutable std::vector<Scratch> scratches;
+    Scratch &ScratchOf(int column) const
+    {
+        if (scratches.size() <= size_t(column))
+            scratches.resize(size_t(column) + 1);
+        return scratches[size_t(column)];
+    }
 
     int SourceRow(int row) const { return order.empty() ? row : order[size_t(row)]; }
     // Returns the memo of a value cell (value, time, tow mask), made afresh when the cell
@@ -736,23 +749,59 @@ int ZYLTPDetailedTableModel::GetSortColumn() const
     return d->sortColumn;
 }
 
-void ZYLTPDetailedTableModel::AppendCellText(int row, int column, QByteArray &out) const
+// The same numbers as data() gives, a cell without one (an invalid QVariant) being NaN.
+bool ZYLTPDetailedTableModel::ReadNumbers(int column, int role, std::vector<double> &numbers) const
+{
+    if (column < 0 || column >= d->columns || (role != Qt::DisplayRole && role != NumberRole))
+        return false;
+    const int rows = rowCount();
+    numbers.resize(size_t(rows));
+    constexpr double none = std::numeric_limits<double>::quiet_NaN();
+    for (int row = 0; row < rows; ++row) {
+        const Cell cell = d->source->GetCell(d->SourceRow(row), column);
+        double &number = numbers[size_t(row)];
+        if (role == NumberRole)
+            number = cell.HasNumber() ? d->MemoOf(column, cell).shownNumber : none;
+        else if (cell.kind == Cell::Integer)
+            number = double(cell.integer);
+        else if (cell.kind == Cell::Empty)
+            number = none;
+        else
+            return false;
+    }
+    return true;
+}
+
+// A tow mask's text reads back as its bits; an empty cell's text is the empty set.
+bool ZYLTPDetailedTableModel::ReadBits(int column, int role, std::vector<quint64> &bits) const
+{
+    if (role != Qt::DisplayRole || GetColumnType(column) != TowMask)
+        return false;
+    const int rows = rowCount();
+    bits.resize(size_t(rows));
+    for (int row = 0; row < rows; ++row) {
+        const Cell cell = d->source->GetCell(d->SourceRow(row), column);
+        if (cell.kind != Cell::Mask && cell.kind != Cell::Empty)
+            return false;
+        bits[size_t(row)] = cell.mask;
+    }
+    return true;
+}
+
+QByteArrayView ZYLTPDetailedTableModel::GetCellUtf8(int row, int column) const
 {
     const Cell cell = d->source->GetCell(d->SourceRow(row), column);
     switch (cell.kind) {
     case Cell::Empty:
-        return;
+        return {};
     case Cell::Integer: {
-        char buffer[24];
-        const auto result = std::to_chars(buffer, buffer + sizeof buffer, cell.integer);
-        out.append(buffer, result.ptr - buffer);
-        return;
+        std::array<char, 24> &digits = d->ScratchOf(column).digits;
+        const auto result = std::to_chars(digits.data(), digits.data() + digits.size(), cell.integer);
+        return QByteArrayView(digits.data(), result.ptr - digits.data());
     }
     case Cell::String:
-        out.append(cell.text.toUtf8());
-        return;
+        return d->ScratchOf(column).text = cell.text.toUtf8();
     default:
-        out.append(d->MemoOf(column, cell).utf8);
-        return;
+        return d->MemoOf(column, cell).utf8;
     }
 }

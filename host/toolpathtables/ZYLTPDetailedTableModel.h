@@ -3,8 +3,10 @@
 
 #include "ZYLToolPathTablesExport.h"
 
+#include "ZYLSysTypedColumnModel.h"
+
 #include <QAbstractTableModel>
-#include <QByteArray>
+#include <QByteArrayView>
 #include <QList>
 #include <QString>
 
@@ -35,7 +37,10 @@ class ZYLTPProgram;
 /// seconds.
 ///
 /// Texts are translated in the context "ZYLTPDetailedInfoWidget".
-class ZYLTOOLPATHTABLES_EXPORT ZYLTPDetailedTableModel : public QAbstractTableModel {
+///
+/// Filters read whole columns through `ZYLSysTypedColumnModel`: integer cells (display role)
+/// and values and times (`NumberRole`) as numbers, tow masks (display role) as bit sets.
+class ZYLTOOLPATHTABLES_EXPORT ZYLTPDetailedTableModel : public QAbstractTableModel, public ZYLSysTypedColumnModel {
     Q_OBJECT
 public:
     enum Table { Operation = 0, Course = 1, LayingPoints = 2, LinkingMotion = 3 };
@@ -89,10 +94,13 @@ public:
     /// Returns the column the rows are ordered by, or -1 for the order of the program.
     int GetSortColumn() const;
 
-    /// Appends the display text of a cell as UTF-8 to `out`, as `data` would give it, without
-    /// making a QString for repeats of the previous value in the same column (the fast path of
-    /// CSV files).
-    void AppendCellText(int row, int column, QByteArray &out) const;
+    bool ReadNumbers(int column, int role, std::vector<double> &numbers) const override;
+    bool ReadBits(int column, int role, std::vector<quint64> &bits) const override;
+
+    /// Returns the display text of a cell as UTF-8, as `data` would give it, without making a
+    /// QString for repeats of the previous value in the same column (the fast path of CSV
+    /// files). The text stays valid until the next call for the same column.
+    QByteArrayView GetCellUtf8(int row, int column) const;
 
 private:
     struct Data;

@@ -2,10 +2,12 @@
 #include "ZYLCmnFilterProxyModel.h"
 
 #include "ZYLSysLocalizationManager.h"
+#include "ZYLSysTypedColumnModel.h"
 #include "ZYLSysUnits.h"
 #include "ZYLSysValue.h"
 #include "ZYLSysVariantFilter.h"
 
+#include <QSignalSpy>
 #include <QStandardItemModel>
 #include <QTest>
 
@@ -34,9 +36,9 @@ const Row kRows[] = {
     {1000.0, "alphabet", "3", 50.8},
 };
 
-QStandardItemModel *MakeModel(QObject *parent)
+template<class Model = QStandardItemModel> Model *MakeModel(QObject *parent)
 {
-    auto *model = new QStandardItemModel(0, ColumnCount, parent);
+    auto *model = new Model(0, ColumnCount, parent);
     for (const Row &row : kRows) {
         QList<QStandardItem *> items;
         auto *number = new QStandardItem;
@@ -72,6 +74,34 @@ quint64 TowBits(const QString &text)
     }
     return bits;
 }
+
+// The table offering its columns at once: plain numbers, and the tow column as bit sets.
+class TypedModel : public QStandardItemModel, public ZYLSysTypedColumnModel {
+public:
+    using QStandardItemModel::QStandardItemModel;
+    mutable int reads = 0;
+
+    bool ReadNumbers(int column, int role, std::vector<double> &numbers) const override
+    {
+        ++reads;
+        numbers.clear();
+        for (int row = 0; row < rowCount(); ++row) {
+            const QVariant cell = index(row, column).data(role);
+            if (cell.isValid() && cell.typeId() != QMetaType::Double)
+                return false;
+            numbers.push_back(cell.isValid() ? cell.toDouble() : qQNaN());
+        }
+        return true;
+    }
+    bool ReadBits(int column, int role, std::vector<quint64> &bits) const override
+    {
+        ++reads;
+        bits.clear();
+        for (int row = 0; row < rowCount(); ++row)
+            bits.push_back(TowBits(index(row, column).data(role).toString()));
+        return column == TowsColumn;
+    }
+};
 
 // Names in several scripts, with letters whose case forms differ in more than ASCII ways:
 // accented capitals, the Greek final sigma, the German sharp s (no single-letter capital),
@@ -110,6 +140,7 @@ private slots:
     void initTestCase();
     void comparisons_data();
     void comparisons();
+    void typedColumnsReadOnce();
     void changingColumnOrRoleRefilters();
     void ownFunctionGetsTheFilter();
     void clearingShowsAllRows();
@@ -188,6 +219,54 @@ void tst_ZYLCmnFilterProxyModel::comparisons()
     proxy.SetVariantFilter(ZYLSysVariantFilter(base, ZYLSysVariantFilter::ComparisonType(comparison), tolerance,
                                                ZYLSysVariantFilter::FilterType(type)));
     QCOMPARE(SourceRows(proxy), rows);
+    // A source offering its columns at once gives the same rows.
+    proxy.setSourceModel(MakeModel<TypedModel>(&proxy));
+    proxy.SetVariantFilter(proxy.GetVariantFilter());
+    QCOMPARE(SourceRows(proxy), rows);
+}
+
+void tst_ZYLCmnFilterProxyModel::typedColumnsReadOnce()
+{
+    ZYLCmnFilterProxyModel proxy(nullptr);
+    auto *model = MakeModel<TypedModel>(&proxy);
+    proxy.setSourceModel(model);
+    const QSignalSpy layouts(&proxy, &QAbstractItemModel::layoutChanged);
+    const auto greater = [](double base) {
+        return ZYLSysVariantFilter(base, ZYLSysVariantFilter::Greater, kNumberTolerance, ZYLSysVariantFilter::Other);
+    };
+    proxy.SetFilter({}, {}, NumberColumn, Qt::DisplayRole, greater(15));
+    QCOMPARE(SourceRows(proxy), (QList<int>{1, 3, 4}));
+    QCOMPARE(layouts.count(), 1);
+    proxy.SetVariantFilter(greater(100));
+    QCOMPARE(SourceRows(proxy), QList<int>{4});
+    QCOMPARE(model->reads, 1);
+    // An edited key cell is filtered by its new number, now and by the next filter.
+    model->item(0, NumberColumn)->setData(500.0, Qt::DisplayRole);
+    QCOMPARE(SourceRows(proxy), (QList<int>{0, 4}));
+    proxy.SetVariantFilter(greater(200));
+    QCOMPARE(SourceRows(proxy), (QList<int>{0, 4}));
+    // A regular expression of the base class still applies on top.
+    proxy.setFilterRegularExpression(QStringLiteral("^5"));
+    proxy.SetVariantFilter(greater(100));
+    QCOMPARE(SourceRows(proxy), QList<int>{0});
+    proxy.setFilterRegularExpression(QString());
+    // A row passing this filter and the next one, on another column, stays where it was meant.
+    proxy.SetVariantFilter(greater(15));
+    const QPersistentModelIndex alphabet = proxy.index(SourceRows(proxy).indexOf(4), TextColumn);
+    proxy.SetFilter({}, {}, TextColumn, Qt::DisplayRole,
+                    ZYLSysVariantFilter::CreateFilter("alpha", ZYLSysVariantFilter::Text,
+                                                      ZYLSysVariantFilter::BeginsWith, kTextTolerance));
+    QCOMPARE(SourceRows(proxy), (QList<int>{0, 4}));
+    QCOMPARE(alphabet.data().toString(), QStringLiteral("alphabet"));
+    // The bit set twin decides where the source offers bit sets (this function never passes).
+    proxy.SetFilter([](const QVariant &, const ZYLSysVariantFilter &) { return false; },
+                    [](quint64 bits, const ZYLSysVariantFilter &filter) {
+                        const quint64 wanted = TowBits(filter.GetBaseValue().toString());
+                        return (bits & wanted) == wanted;
+                    },
+                    TowsColumn, Qt::DisplayRole,
+                    ZYLSysVariantFilter("2,4", ZYLSysVariantFilter::Contains, 0.0, ZYLSysVariantFilter::Other));
+    QCOMPARE(SourceRows(proxy), (QList<int>{0, 3}));
 }
 
 void tst_ZYLCmnFilterProxyModel::changingColumnOrRoleRefilters()

@@ -74,6 +74,7 @@ private slots:
         AddRow("numeric text cell", s2000, O, Filter::Greater, 1e-7, QStringLiteral("2500"), true);
         AddRow("negative numbers", QStringLiteral("-1.5"), O, Filter::Less, 1e-7, -2, true);
         AddRow("empty cell >", s2000, O, Filter::Greater, 1e-7, QVariant(), false);
+        AddRow("empty cell != number", s2000, O, Filter::NotEqual, 1e-7, QVariant(), true);
         AddRow("empty cell !=", s2000, O, Filter::NotEqual, 1e-7, QString(), true);
         AddRow("word cell =", s2000, O, Filter::Equal, 1e-7, QStringLiteral("abc"), false);
         AddRow("substring of a number", QStringLiteral("20"), O, Filter::BeginsWith, 1e-7, 2000, true);
@@ -120,6 +121,10 @@ private slots:
         QFETCH(bool, accepted);
         const Filter filter(base, Filter::ComparisonType(comparison), tolerance, Filter::FilterType(type));
         QCOMPARE(filter.Accepts(cell), accepted);
+        // A cell holding a number or nothing is judged alike from the number alone.
+        const bool number = cell.typeId() == QMetaType::Double || cell.typeId() == QMetaType::Int;
+        if (filter.ComparesNumbers() && (number || !cell.isValid()))
+            QCOMPARE(filter.AcceptsNumber(number ? cell.toDouble() : qQNaN()), accepted);
         // The factory takes its arguments in another order.
         QCOMPARE(Filter::CreateFilter(base, Filter::FilterType(type), Filter::ComparisonType(comparison), tolerance)
                      .Accepts(cell),
