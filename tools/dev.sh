@@ -5,6 +5,8 @@
 #   tools/dev.sh studio [FILE] [--screenshot OUT.png]
 #                         install what is missing, build the studio, start it (on the demo ply without FILE)
 #   tools/dev.sh build    install what is missing and build
+#   tools/dev.sh coverage install what is missing, build with coverage in build-coverage, run
+#                         every test, print line coverage per library folder
 # BUILD_DIR (default: build) and BUILD_TYPE (default: Release) may be set in the environment.
 set -euo pipefail
 
@@ -16,10 +18,12 @@ export CCACHE_BASEDIR=${CCACHE_BASEDIR:-$here}
 
 packages=(
     build-essential cmake ninja-build ccache pkg-config
-    qt6-base-dev qt6-base-dev-tools libqt6opengl6-dev qt6-svg-dev qt6-l10n-tools libgl-dev
+    qt6-base-dev qt6-base-dev-tools libqt6opengl6-dev qt6-svg-dev qt6-l10n-tools qt6-tools-dev libgl-dev
     libeigen3-dev libsimdjson-dev
     xvfb xauth
 )
+# Only the coverage report needs it.
+[ "${1:-}" = coverage ] && packages+=(gcovr)
 
 install_missing() {
     local missing=()
@@ -41,6 +45,24 @@ build_targets() {
     cmake --build "$build" -j "$(nproc)" ${1:+--target "$@"}
 }
 
+# Prints covered / total lines per library folder (host/<lib>, app/<lib>, tools/<tool>, and the
+# module's folders), then the sum, from gcovr's per-file summary on standard input.
+coverage_table() {
+    python3 -c '
+import json, sys
+rows = {}
+for f in json.load(sys.stdin)["files"]:
+    parts = f["filename"].split("/")
+    key = "/".join(parts[:2]) if parts[0] in ("host", "app", "tools") and len(parts) > 2 else parts[0]
+    covered, total = rows.get(key, (0, 0))
+    rows[key] = (covered + f["line_covered"], total + f["line_total"])
+rows["TOTAL"] = tuple(map(sum, zip(*rows.values())))
+print(f"{\"folder\":24} {\"lines\":>7} {\"covered\":>8} {\"cover\":>7}")
+for key, (covered, total) in sorted(rows.items(), key=lambda kv: (kv[0] == "TOTAL", kv[0])):
+    print(f"{key:24} {total:7} {covered:8} {100 * covered / max(total, 1):6.1f}%")
+'
+}
+
 case "${1:-}" in
     test)
         install_missing
@@ -58,6 +80,21 @@ case "${1:-}" in
     build)
         install_missing
         build_targets
+        ;;
+    coverage)
+        # A debug build of its own with gcc's line counters; the counters start from zero so
+        # that the table reflects one full test run.
+        install_missing
+        build=${COVERAGE_DIR:-$here/build-coverage}
+        cmake -S "$here" -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Debug \
+            -DCMAKE_CXX_FLAGS="--coverage -O0" -DCMAKE_EXE_LINKER_FLAGS=--coverage \
+            -DCMAKE_SHARED_LINKER_FLAGS=--coverage >/dev/null
+        cmake --build "$build" -j "$(nproc)"
+        find "$build" -name '*.gcda' -delete
+        ctest --test-dir "$build" -j "$(nproc)" | tail -n 3 || echo "(some tests failed; the table counts the lines they reached)"
+        gcovr --root "$here" --object-directory "$build" \
+            --filter "$here/(host|app|tools|module|graphics|course|layingpoints|links|inspection)/" \
+            --exclude '.*_autogen/.*' --json-summary - | coverage_table
         ;;
     *)
         sed -n '3,8p' "$0" | sed 's/^# \{0,1\}//'
