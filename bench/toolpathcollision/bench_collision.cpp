@@ -65,8 +65,8 @@ void Report(const char *what, qint64 points, double seconds, qint64 collisions)
 
 int main(int argc, char *argv[])
 {
+    const ZYLTPDemoGenerator::Parameters parameters = ZYLBenchDemoParameters(argc, argv);
     QCoreApplication app(argc, argv);
-    const ZYLTPDemoGenerator::Parameters parameters = ZYLBenchDemoParameters(QCoreApplication::arguments());
 
     QElapsedTimer timer;
     timer.start();
