@@ -143,7 +143,9 @@ int main(int argc, char *argv[])
                 "%lld still colliding, %d errors\n",
                 Tolerance, collidingCourses.size(), static_cast<long long>(coursePoints),
                 static_cast<long long>(colliding), avoidSeconds, static_cast<long long>(left), errors);
-    container.Undo();
+    // A small workload may have nothing to avoid, and then no step to take back.
+    if (container.CanUndo())
+        container.Undo();
     container.ClearHistory();
     return 0;
 }
