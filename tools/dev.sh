@@ -57,9 +57,9 @@ for f in json.load(sys.stdin)["files"]:
     covered, total = rows.get(key, (0, 0))
     rows[key] = (covered + f["line_covered"], total + f["line_total"])
 rows["TOTAL"] = tuple(map(sum, zip(*rows.values())))
-print(f"{\"folder\":24} {\"lines\":>7} {\"covered\":>8} {\"cover\":>7}")
+print("%-24s %7s %8s %7s" % ("folder", "lines", "covered", "cover"))
 for key, (covered, total) in sorted(rows.items(), key=lambda kv: (kv[0] == "TOTAL", kv[0])):
-    print(f"{key:24} {total:7} {covered:8} {100 * covered / max(total, 1):6.1f}%")
+    print("%-24s %7d %8d %6.1f%%" % (key, total, covered, 100.0 * covered / max(total, 1)))
 '
 }
 
@@ -94,7 +94,8 @@ case "${1:-}" in
         ctest --test-dir "$build" -j "$(nproc)" | tail -n 3 || echo "(some tests failed; the table counts the lines they reached)"
         gcovr --root "$here" --object-directory "$build" \
             --filter "$here/(host|app|tools|module|graphics|course|layingpoints|links|inspection)/" \
-            --exclude '.*_autogen/.*' --json-summary - | coverage_table
+            --exclude '.*_autogen/.*' --exclude-directories '.*/CMakeFiles/[0-9.]+' \
+            --json-summary - | coverage_table
         ;;
     *)
         sed -n '3,8p' "$0" | sed 's/^# \{0,1\}//'

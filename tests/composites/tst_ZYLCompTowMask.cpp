@@ -23,29 +23,6 @@ const quint64 kKept = Bits({1, 7});
 class tst_ZYLCompTowMask : public QObject {
     Q_OBJECT
 private slots:
-    void toString_data()
-    {
-        QTest::addColumn<quint64>("raw");
-        QTest::addColumn<QString>("text");
-        QTest::newRow("empty") << quint64(0) << QString();
-        QTest::newRow("pair stays listed") << Bits({2, 3}) << "3,4";
-        QTest::newRow("run of three") << Bits({2, 3, 4}) << "3-5";
-        QTest::newRow("mixed") << (Bits({0, 9}) | (0x1Full << 11)) << "1,10,12-16";
-        QTest::newRow("last tow") << Bits({63}) << "64";
-        QTest::newRow("all") << ~quint64(0) << "1-64";
-    }
-
-    // Canonical text both ways: written from bits, read back to the same bits.
-    void toString()
-    {
-        QFETCH(quint64, raw);
-        QFETCH(QString, text);
-        QCOMPARE(ZYLCompTowMask(raw).GetString(), text);
-        ZYLCompTowMask back(0x5);
-        back.SetString(text);
-        QCOMPARE(back.GetRawValue(), raw);
-    }
-
     void fromString_data()
     {
         QTest::addColumn<QString>("text");

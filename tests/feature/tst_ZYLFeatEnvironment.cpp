@@ -56,7 +56,6 @@ class tst_ZYLFeatEnvironment : public QObject {
     Q_OBJECT
 private slots:
     void cleanup();
-    void currentEnvironmentClearedWhenDestroyed();
     void providerDrawsGeometryFeatures_data();
     void providerDrawsGeometryFeatures();
     void customProviderEndsWithContainer();
@@ -69,30 +68,6 @@ private slots:
 void tst_ZYLFeatEnvironment::cleanup()
 {
     ZYLFeatEnvironmentManager::GetManager()->SetCurrentEnvironment(nullptr);
-}
-
-void tst_ZYLFeatEnvironment::currentEnvironmentClearedWhenDestroyed()
-{
-    ZYLFeatEnvironmentManager *manager = ZYLFeatEnvironmentManager::GetManager();
-    QSignalSpy changed(manager, &ZYLFeatEnvironmentManager::CurrentEnvironmentChanged);
-    ZYLFeatContainer container;
-    auto *other = new ZYLFeatEnvironment(&container);
-    {
-        ZYLFeatEnvironment environment(&container);
-        manager->SetCurrentEnvironment(&environment);
-        manager->SetCurrentEnvironment(&environment);
-        QCOMPARE(changed.count(), 1);
-        QCOMPARE(manager->GetCurrentEnvironment(), &environment);
-    }
-    QCOMPARE(manager->GetCurrentEnvironment(), nullptr);
-    QCOMPARE(changed.count(), 2);
-    QCOMPARE(changed.last().at(0).value<ZYLFeatEnvironment *>(), nullptr);
-    // Another environment dying leaves the current one alone.
-    ZYLFeatEnvironment current(&container);
-    manager->SetCurrentEnvironment(&current);
-    delete other;
-    QCOMPARE(manager->GetCurrentEnvironment(), &current);
-    QVERIFY_THROWS_EXCEPTION(ZYLSysException, ZYLFeatEnvironment(nullptr));
 }
 
 void tst_ZYLFeatEnvironment::providerDrawsGeometryFeatures_data()

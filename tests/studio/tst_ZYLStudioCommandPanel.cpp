@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: LicenseRef-ZYL-Proprietary
-// The command panel: the dialog frame of a running command in the dock, OK as the command
-// sets it, showing and hiding with the run, and cancelling with and without edits.
+// The command panel: a command without a panel leaves the dock hidden, and cancelling with
+// and without edits.
 #include "ZYLStudioCommandPanel.h"
 
 #include "ZYLCmdActionPublisher.h"
@@ -60,11 +60,9 @@ private slots:
     void init();
     void cleanup();
 
-    void frameAndOkFollowTheRun();
     void commandWithoutPanelLeavesTheDockHidden();
     void cancel_data();
     void cancel();
-    void destroyedDockGivesTheFrameBack();
 
 private:
     void StartShapeEdit() { QVERIFY(ZYLCmdController::GetController()->Trigger("ShapeEditCmd.Edit")); }
@@ -110,35 +108,6 @@ void tst_ZYLStudioCommandPanel::cleanup() {
     m_window.reset();
     m_environment.reset();
     m_container.reset();
-}
-
-void tst_ZYLStudioCommandPanel::frameAndOkFollowTheRun() {
-    QSignalSpy running(m_panel, &ZYLStudioCommandPanel::CommandRunningChanged);
-    QVERIFY(!m_panel->isVisible());
-    StartShapeEdit();
-    QVERIFY(m_panel->isVisible());
-    QVERIFY(m_panel->IsCommandRunning());
-    QCOMPARE(m_panel->windowTitle(), QStringLiteral("Shape edit"));
-    // Message boxes of commands are parented to the handler's widget, which is in the dock.
-    QVERIFY(m_panel->isAncestorOf(ZYLCmdController::GetController()->GetDialogHandler()->GetWidget()));
-    auto *valid = m_panel->findChild<QCheckBox *>(QStringLiteral("validBox"));
-    QVERIFY(valid && valid->isVisible());
-
-    QPushButton *ok = m_panel->findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Ok);
-    QVERIFY(ok && !ok->isEnabled());
-    valid->setChecked(true);
-    QVERIFY(ok->isEnabled());
-    valid->setChecked(false);
-    QVERIFY(!ok->isEnabled());
-    valid->setChecked(true);
-    AddEdit();
-    ok->click();
-    QVERIFY(!m_panel->isVisible());
-    QVERIFY(!m_panel->IsCommandRunning());
-    QCOMPARE(running.size(), 2);
-    QCOMPARE(running.at(1).at(0).toBool(), false);
-    // Accepted: the edit is an undo step named after the command.
-    QCOMPARE(m_container->GetUndoName(), QStringLiteral("Shape edit"));
 }
 
 void tst_ZYLStudioCommandPanel::commandWithoutPanelLeavesTheDockHidden() {
@@ -191,18 +160,6 @@ void tst_ZYLStudioCommandPanel::cancel() {
     QCOMPARE(m_panel->isVisible(), !cancelled);
     // Cancelling rolls the edit back; keeping leaves it in the open transaction.
     QCOMPARE(m_container->GetFeatures().size(), edit && !cancelled ? 1 : 0);
-}
-
-void tst_ZYLStudioCommandPanel::destroyedDockGivesTheFrameBack() {
-    QPointer<QWidget> frame = ZYLCmdController::GetController()->GetDialogHandler()->GetWidget();
-    delete m_panel;
-    QVERIFY(frame && !frame->parentWidget());
-    // A new dock takes it and the next command runs in it.
-    m_panel = new ZYLStudioCommandPanel(m_window.get());
-    m_window->addDockWidget(Qt::LeftDockWidgetArea, m_panel);
-    StartShapeEdit();
-    QVERIFY(m_panel->isVisible());
-    QVERIFY(m_panel->isAncestorOf(frame));
 }
 
 QTEST_MAIN(tst_ZYLStudioCommandPanel)

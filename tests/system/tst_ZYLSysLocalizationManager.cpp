@@ -27,22 +27,6 @@ private slots:
         m_manager = ZYLSysLocalizationManager::GetManager();
     }
 
-    void persistedLocaleIsReadAtFirstUse()
-    {
-        QCOMPARE(m_manager->GetLocale().name(), QStringLiteral("fr_FR"));
-        QCOMPARE(QLocale().name(), QStringLiteral("fr_FR"));
-    }
-
-    void setLocalePersistsAndAnnounces()
-    {
-        QSignalSpy changed(m_manager, &ZYLSysLocalizationManager::LocaleChanged);
-        m_manager->SetLocale(QLocale(QStringLiteral("de_DE")));
-        QCOMPARE(changed.count(), 1);
-        QCOMPARE(m_manager->GetValue("locale").toString(), QStringLiteral("de_DE"));
-        m_manager->SetLocale(QLocale(QStringLiteral("de_DE")));
-        QCOMPARE(changed.count(), 1);
-    }
-
     void unknownStoredLocaleIsIgnored()
     {
         m_manager->SetLocale(QLocale(QStringLiteral("de_DE")));
@@ -52,42 +36,6 @@ private slots:
         file.close();
         m_manager->Restore();
         QCOMPARE(m_manager->GetLocale().name(), QStringLiteral("de_DE"));
-    }
-
-    void readNumber_data()
-    {
-        QTest::addColumn<QString>("locale");
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<bool>("readable");
-        QTest::addColumn<double>("expected");
-        QTest::newRow("german comma") << "de_DE" << "1,5" << true << 1.5;
-        QTest::newRow("german, C point") << "de_DE" << "1.5" << true << 1.5;
-        QTest::newRow("german grouping") << "de_DE" << "1.234,5" << false << 0.0;
-        QTest::newRow("english comma") << "en_US" << "1,5" << false << 0.0;
-        QTest::newRow("infinity") << "C" << "inf" << false << 0.0;
-        QTest::newRow("overflow") << "C" << "1e999" << false << 0.0;
-        QTest::newRow("spaces") << "C" << " -2.25 " << true << -2.25;
-    }
-
-    void readNumber()
-    {
-        QFETCH(QString, locale);
-        QFETCH(QString, text);
-        QFETCH(bool, readable);
-        QFETCH(double, expected);
-        m_manager->SetLocale(QLocale(locale));
-        double value = 99.0;
-        QCOMPARE(m_manager->ReadNumber(text, &value), readable);
-        QCOMPARE(value, readable ? expected : 99.0);
-    }
-
-    void formatNumber()
-    {
-        m_manager->SetLocale(QLocale(QStringLiteral("de_DE")));
-        QCOMPARE(m_manager->FormatNumber(1234.5, 2), QStringLiteral("1234,50"));
-        QCOMPARE(m_manager->FormatNumber(1234.5, 3, true), QStringLiteral("1234,5"));
-        QCOMPARE(m_manager->FormatNumber(100.0, 3, true), QStringLiteral("100"));
-        QCOMPARE(m_manager->FormatNumber(-0.0004, 3), QStringLiteral("0,000"));
     }
 
     void translationsFollowTheLocale()

@@ -19,47 +19,12 @@ const QStringList kCatalogue = {
     "ply-boundary-in-edit-tool-path-off", "head-off", "roller-off",
 };
 const QStringList kPanelImages = {"button-collapse-right", "button-collapse-left", "selection-non-empty", "select"};
-const QStringList kThemeIcons = {
-    "courses-edit", "courses-reverse", "courses-delete", "courses-break", "all-expand-collapse",
-    "nesting-unlink", "courses-link", "courses-chain-link", "courses-unlink-all", "course-ok",
-    "course-details", "nesting-link", "nesting-undo", "laying-points-edit", "linking-points-edit",
-    "status-ok", "remove-all",
-};
-
-int OpaquePixels(const QImage &image)
-{
-    int count = 0;
-    for (int y = 0; y < image.height(); ++y)
-        for (int x = 0; x < image.width(); ++x)
-            count += qAlpha(image.pixel(x, y)) > 128;
-    return count;
-}
 
 } // namespace
 
 class tst_ZYLSysResourceManager : public QObject {
     Q_OBJECT
 private slots:
-    void imagesAreRealGlyphs_data()
-    {
-        QTest::addColumn<QString>("name");
-        for (const QString &name : kCatalogue + kPanelImages)
-            QTest::newRow(qPrintable(name)) << name;
-    }
-
-    void imagesAreRealGlyphs()
-    {
-        QFETCH(QString, name);
-        QVERIFY(ZYLSysResourceManager::HasImage(name));
-        const QPixmap pixmap = ZYLSysResourceManager::GetImage(name);
-        QCOMPARE(pixmap.size(), QSize(24, 24));
-        const QImage image = pixmap.toImage().convertToFormat(QImage::Format_ARGB32);
-        QVERIFY(image != ZYLSysResourceManager::GetPlaceholderImage().toImage().convertToFormat(QImage::Format_ARGB32));
-        // Something is drawn, and not a filled square.
-        const int opaque = OpaquePixels(image);
-        QVERIFY2(opaque > 12 && opaque < 24 * 24, qPrintable(QString::number(opaque)));
-    }
-
     void everyImageIsItsOwn()
     {
         QSet<QByteArray> seen;
@@ -88,24 +53,6 @@ private slots:
         QVERIFY(!pixmap.isNull());
         QCOMPARE(pixmap.toImage(), ZYLSysResourceManager::GetPlaceholderImage().toImage());
         QVERIFY(!ZYLSysResourceManager::HasImage(name));
-    }
-
-    void themeIconsAreFound_data()
-    {
-        QTest::addColumn<QString>("name");
-        for (const QString &name : kThemeIcons)
-            QTest::newRow(qPrintable(name)) << name;
-    }
-
-    void themeIconsAreFound()
-    {
-        QFETCH(QString, name);
-        QVERIFY(ZYLSysResourceManager::InstallIconTheme());
-        QCOMPARE(QIcon::themeName(), QStringLiteral("zyl"));
-        QVERIFY(QIcon::hasThemeIcon(name));
-        const QPixmap pixmap = QIcon::fromTheme(name).pixmap(24, 24);
-        QVERIFY(!pixmap.isNull());
-        QVERIFY(OpaquePixels(pixmap.toImage()) > 12);
     }
 
     void styleSheetPlaceholders_data()

@@ -39,14 +39,11 @@ private slots:
     void eventsFollowInteractionFlags_data();
     void eventsFollowInteractionFlags();
     void invalidFlagsAreRefused();
-    void hoverPreselectsWithoutFlags();
-    void hoverHonoursFilterAndSelectability();
     void clickChangesSelection_data();
     void clickChangesSelection();
     void mousePointOnObjectOrNearSceneCentre();
     void snapping_data();
     void snapping();
-    void deletedHoverObjectIsNotReported();
 };
 
 void tst_ZYLVisMouse::eventsFollowInteractionFlags_data()
@@ -89,46 +86,6 @@ void tst_ZYLVisMouse::invalidFlagsAreRefused()
     QVERIFY_THROWS_EXCEPTION(ZYLSysException, env.SetMouseSnapGeometryTypes(128));
     QCOMPARE(env.GetMouseInteraction().toInt(), 3);
     QCOMPARE(env.GetMouseSnapGeometryTypes().toInt(), 127);
-}
-
-void tst_ZYLVisMouse::hoverPreselectsWithoutFlags()
-{
-    MouseScene scene;
-    scene.env.SetMouseInteraction(0);
-    QSignalSpy spy(&scene.env, &ZYLVisEnvironment::VisualizationPreselectionChanged);
-    scene.env.MouseMove(rayDown(0, 0));
-    scene.env.MouseMove(rayDown(0.2, 0));
-    scene.env.MouseMove(rayDown(5, 0));
-    scene.env.MouseMove(rayDown(2.5, 0));
-    scene.env.MouseMove(rayDown(10, 0));
-    scene.env.MouseLeave();
-    QCOMPARE(spy.count(), 5);
-    const QList<std::pair<ObjectSet, ObjectSet>> expected{
-        {{scene.a}, {}}, {{scene.b}, {scene.a}}, {{}, {scene.b}}, {{scene.c}, {}}, {{}, {scene.c}}};
-    for (int i = 0; i < spy.count(); ++i) {
-        QCOMPARE(spy.at(i).at(0).value<ObjectSet>(), expected[i].first);
-        QCOMPARE(spy.at(i).at(1).value<ObjectSet>(), expected[i].second);
-    }
-    // Hover never touches the selection.
-    QVERIFY(scene.env.GetVisualizationSelection().isEmpty());
-}
-
-void tst_ZYLVisMouse::hoverHonoursFilterAndSelectability()
-{
-    MouseScene scene;
-    scene.a->SetSelectability(false);
-    scene.env.SetSelectionFilter(
-        new ZYLVisFunctionFilter(true, [&](const ZYLVisObject *o) { return o != scene.b; }));
-    scene.env.MouseMove(rayDown(0, 0));
-    QVERIFY(scene.env.GetPreSelectedObjects().isEmpty());
-    scene.env.MouseMove(rayDown(5, 0));
-    QVERIFY(scene.env.GetPreSelectedObjects().isEmpty());
-    scene.env.MouseMove(rayDown(10, 0));
-    QCOMPARE(scene.env.GetPreSelectedObjects(), ObjectSet{scene.c});
-    // Removing the filter makes B pickable again.
-    scene.env.SetSelectionFilter(nullptr);
-    scene.env.MouseMove(rayDown(5, 0));
-    QCOMPARE(scene.env.GetPreSelectedObjects(), ObjectSet{scene.b});
 }
 
 void tst_ZYLVisMouse::clickChangesSelection_data()
@@ -248,19 +205,6 @@ void tst_ZYLVisMouse::snapping()
     QCOMPARE_LT(std::abs(context.GetMousePoint().X() - expectedX), 1e-9);
     if (snapped)
         QCOMPARE_LT(std::abs(context.GetMousePoint().Y()), 1e-12);
-}
-
-void tst_ZYLVisMouse::deletedHoverObjectIsNotReported()
-{
-    MouseScene scene;
-    scene.env.SetMouseInteraction(ZYLVisEnvironment::DeliverMoves);
-    scene.env.MouseMove(rayDown(0, 0));
-    QCOMPARE(scene.env.GetPreSelectedObjects(), ObjectSet{scene.a});
-    scene.Delete(scene.a);
-    QVERIFY(scene.env.GetPreSelectedObjects().isEmpty());
-    QSignalSpy spy(&scene.env, &ZYLVisEnvironment::MouseEvent);
-    scene.env.MouseMove(rayDown(5, 0));
-    QCOMPARE(describe(spy), (QStringList{"8:B", "1:B"}));
 }
 
 QTEST_GUILESS_MAIN(tst_ZYLVisMouse)
