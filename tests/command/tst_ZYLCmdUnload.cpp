@@ -3,11 +3,8 @@
 // library may stay behind in the controller once it is unmapped.
 #include "ZYLCmdAction.h"
 #include "ZYLCmdController.h"
-#include "ZYLCmdDialogCommand.h"
-#include "ZYLCmdDialogHandler.h"
 
 #include <QLibrary>
-#include <QPointer>
 #include <QSignalSpy>
 #include <QTest>
 

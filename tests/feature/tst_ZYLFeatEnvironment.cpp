@@ -17,7 +17,6 @@
 #include "ZYLVisRepSet.h"
 #include "ZYLVisVirtualObject.h"
 
-#include <QPointer>
 #include <QSignalSpy>
 #include <QtTest>
 
@@ -74,8 +73,6 @@ void tst_ZYLFeatEnvironment::providerDrawsGeometryFeatures_data()
 {
     QTest::addColumn<bool>("withEnvironment");
     QTest::addColumn<int>("visible");
-    QTest::newRow("defaults") << false << int(ZYLVisRepFactory::VisibleCurves | ZYLVisRepFactory::VisibleSurfaces);
-    QTest::newRow("environment: surfaces only") << true << int(ZYLVisRepFactory::VisibleSurfaces);
     QTest::newRow("environment: all") << true << int(ZYLVisRepFactory::VisibleAll);
 }
 
@@ -177,9 +174,6 @@ void tst_ZYLFeatEnvironment::contextDrawsOnceAtEnd_data()
     QTest::addColumn<int>("redraws");
     QTest::addColumn<int>("drawnAtEnd");
     QTest::newRow("update at end, flagged") << int(ZYLFeatTransactionContext::UpdateDisplayAtEnd) << true << 1 << 3;
-    QTest::newRow("update at end, rolled back") << int(ZYLFeatTransactionContext::UpdateDisplayAtEnd) << false << 1
-                                                << 0;
-    QTest::newRow("no auto update, flagged") << int(ZYLFeatTransactionContext::NoAutoUpdate) << true << 3 << 3;
 }
 
 void tst_ZYLFeatEnvironment::contextDrawsOnceAtEnd()

@@ -3,10 +3,7 @@
 
 #include "ZYLFeatContainer.h"
 #include "ZYLFeatRecorder.h"
-#include "ZYLFeatTransaction.h"
-#include "ZYLFeatValueChange.h"
 #include "ZYLGeoGeometry.h"
-#include "ZYLSysException.h"
 
 #include <QtTest>
 

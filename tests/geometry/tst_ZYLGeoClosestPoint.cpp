@@ -61,12 +61,7 @@ void AddSurfaces()
 {
     QTest::addColumn<ZYLGeoSurfaceFactory>("factory");
     QTest::newRow("tilted plane") << ZYLGeoSurfaceFactory(TiltedPlane);
-    QTest::newRow("bowl") << ZYLGeoSurfaceFactory(Bowl);
-    QTest::newRow("dome") << ZYLGeoSurfaceFactory(Dome);
-    QTest::newRow("saddle") << ZYLGeoSurfaceFactory(Saddle);
     QTest::newRow("creased bilinear") << ZYLGeoSurfaceFactory(Creased);
-    QTest::newRow("wavy non-uniform") << ZYLGeoSurfaceFactory(Wavy);
-    QTest::newRow("cylinder, numeric defaults") << ZYLGeoSurfaceFactory(Cylinder);
 }
 
 void VerifyFoot(const ZYLGeoSurface &surface, const ZYLMathPoint &q, const ZYLGeoSurfaceFoot &foot)

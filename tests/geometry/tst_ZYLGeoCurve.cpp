@@ -16,13 +16,6 @@ namespace {
 
 using CurveFactory = std::function<ZYLGeoRef<ZYLGeoCurve>()>;
 
-ZYLGeoRef<ZYLGeoCurve> Helix()
-{
-    // Radius 30, rise 5 per radian: speed √(30² + 5²) everywhere.
-    return ZYLGeoParametricCurve::Create(
-        [](double t) { return ZYLMathPoint(30 * std::cos(t), 30 * std::sin(t), 5 * t); }, 0.0, 4 * std::numbers::pi);
-}
-
 ZYLGeoRef<ZYLGeoCurve> Parabola()
 {
     // Speed √(1 + 4t²): strongly varying, with a closed-form length.
@@ -33,13 +26,6 @@ ZYLGeoRef<ZYLGeoCurve> Parabola()
 ZYLGeoRef<ZYLGeoCurve> Zigzag()
 {
     return ZYLGeoPolyline::Create({{0, 0, 0}, {10, 0, 0}, {10, 0, 0}, {10, 5, 0}, {0, 5, 12}, {3, -1, 2}});
-}
-
-ZYLGeoRef<ZYLGeoCurve> PolylineOnPanel()
-{
-    const ZYLGeoRef<ZYLGeoBSplineSurface> panel =
-        ZYLGeoBSplineSurface::CreateDoublyCurvedPanel(ZYLMathAxis(), 400, 300, 1.0 / 150, -1.0 / 200);
-    return ZYLGeoCurveOnSurface::CreateFromPolyline(panel.get(), {{10, 10}, {390, 40}, {200, 290}, {10, 10}});
 }
 
 ZYLGeoRef<ZYLGeoCurve> CircleOnPlane()
@@ -54,9 +40,7 @@ void AddKinds()
 {
     QTest::addColumn<CurveFactory>("factory");
     QTest::newRow("polyline") << CurveFactory(Zigzag);
-    QTest::newRow("helix") << CurveFactory(Helix);
     QTest::newRow("parabola") << CurveFactory(Parabola);
-    QTest::newRow("polyline on panel") << CurveFactory(PolylineOnPanel);
     QTest::newRow("circle on plane") << CurveFactory(CircleOnPlane);
 }
 

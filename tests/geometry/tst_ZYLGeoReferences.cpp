@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: LicenseRef-ZYL-Proprietary
 #include "ZYLGeoAssembledCurveOnSurface.h"
 #include "ZYLGeoBody.h"
-#include "ZYLGeoCurveOnSurface.h"
 #include "ZYLGeoPolyline.h"
 #include "ZYLGeoRef.h"
 #include "ZYLGeoSurface.h"

@@ -60,11 +60,8 @@ private slots:
         QTest::addColumn<int>("countU");
         QTest::addColumn<QList<double>>("knotsU");
         QTest::addColumn<QString>("reason");
-        QTest::newRow("degree 4") << 4 << 6 << QList<double>{} << "degrees";
-        QTest::newRow("degree 0") << 0 << 6 << QList<double>{} << "degrees";
         QTest::newRow("too few points") << 3 << 3 << QList<double>{} << "at least";
         QTest::newRow("knot count") << 2 << 4 << QList<double>{0, 0, 0, 1, 1, 1} << "knots";
-        QTest::newRow("decreasing") << 2 << 4 << QList<double>{0, 0, 0, 0.6, 0.4, 1, 1} << "decreases";
         QTest::newRow("unclamped") << 2 << 4 << QList<double>{0, 0.1, 0.2, 0.5, 1, 1, 1} << "clamped";
         QTest::newRow("repeated end") << 2 << 4 << QList<double>{0, 0, 0, 0, 1, 1, 1} << "repeats";
         QTest::newRow("interior too often") << 1 << 5 << QList<double>{0, 0, 0.3, 0.5, 0.5, 1, 1} << "repeated";

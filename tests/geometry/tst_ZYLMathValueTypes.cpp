@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-ZYL-Proprietary
 #include "ZYLMathAxis.h"
-#include "ZYLMathBoundingBox.h"
 #include "ZYLMathLine.h"
 
-#include <QBuffer>
 #include <QDataStream>
 #include <QTest>
 

@@ -9,22 +9,14 @@
 #include "ZYLStudioSession.h"
 
 #include "ZYLTPBreakRange.h"
-#include "ZYLTPBreakRangeVisRep.h"
 #include "ZYLTPCourseLink.h"
 #include "ZYLTPCourseVisRep.h"
 #include "ZYLTPDemoGenerator.h"
-#include "ZYLTPLinkVisRep.h"
 #include "ZYLTPMachineHead.h"
-#include "ZYLTPOffPartPoint.h"
 #include "ZYLTPProcedureLink.h"
 #include "ZYLTPVisualizationOptions.h"
 #include "ZYLTPVisualizationSettings.h"
 
-#include "ZYLCmdAction.h"
-#include "ZYLCmdCommand.h"
-#include "ZYLCmdController.h"
-#include "ZYLFeatContainer.h"
-#include "ZYLFeatObject.h"
 #include "ZYLGeoAssembledCurveOnSurface.h"
 #include "ZYLGeoRef.h"
 #include "ZYLVisEnvironment.h"
@@ -137,7 +129,6 @@ private slots:
     void viewSettingsShowToolsAndSurfaces_data();
     void viewSettingsShowToolsAndSurfaces();
     void leavingTearsTheEnvironmentDown();
-    void environmentIsOwned();
     void demoPlyShowsSurfaceAndBoundaries();
 
 private:
@@ -348,10 +339,7 @@ void tst_ZYLEditTPGraphicsMgr::viewSettingsShowToolsAndSurfaces_data() {
     QTest::addColumn<bool>("plyBoundary");
     QTest::addColumn<bool>("head");
     QTest::addColumn<bool>("roller");
-    QTest::newRow("nothing") << false << false << false << false;
     QTest::newRow("everything") << true << true << true << true;
-    QTest::newRow("surface and roller") << true << false << false << true;
-    QTest::newRow("ply boundary and head") << false << true << true << false;
 }
 
 void tst_ZYLEditTPGraphicsMgr::viewSettingsShowToolsAndSurfaces() {
@@ -410,20 +398,6 @@ void tst_ZYLEditTPGraphicsMgr::leavingTearsTheEnvironmentDown() {
     QVERIFY(points.isEmpty());
     QCOMPARE(m_manager->GetStartEndLinks().size(), 0);
     QCOMPARE(m_manager->GetApproachLinkStartPoint(), nullptr);
-}
-
-void tst_ZYLEditTPGraphicsMgr::environmentIsOwned() {
-    m_session->LeaveEditEnvironment();
-    QPointer<ZYLVisEnvironment> first = new ZYLVisEnvironment;
-    QPointer<ZYLVisEnvironment> second = new ZYLVisEnvironment;
-    m_manager->SetEditToolPathVisEnvironment(first);
-    m_manager->SetEditToolPathVisEnvironment(first);
-    QVERIFY(first);
-    m_manager->SetEditToolPathVisEnvironment(second);
-    QVERIFY(first.isNull());
-    QCOMPARE(m_manager->GetEditToolPathVisEnvironment(), second.data());
-    m_manager->SetEditToolPathVisEnvironment(nullptr);
-    QVERIFY(second.isNull());
 }
 
 void tst_ZYLEditTPGraphicsMgr::demoPlyShowsSurfaceAndBoundaries() {

@@ -6,18 +6,11 @@
 #include "ZYLEditTPGraphicsMgr.h"
 
 #include "ZYLTPCourse.h"
-#include "ZYLTPProgram.h"
-#include "ZYLTPProgramBuilder.h"
 #include "ZYLTPProgramFile.h"
 #include "ZYLTPRollLayupProcedure.h"
 
-#include "ZYLCmdAction.h"
-#include "ZYLCmdController.h"
 #include "ZYLFeatContainer.h"
-#include "ZYLVisEnvironment.h"
-#include "ZYLVisVirtualObject.h"
 
-#include <QFile>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>

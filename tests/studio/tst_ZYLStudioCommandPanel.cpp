@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: LicenseRef-ZYL-Proprietary
-// The command panel: a command without a panel leaves the dock hidden, and cancelling with
-// and without edits.
+// The command panel: cancelling a command with and without edits.
 #include "ZYLStudioCommandPanel.h"
 
 #include "ZYLCmdActionPublisher.h"
@@ -17,7 +16,6 @@
 #include <QCheckBox>
 #include <QMainWindow>
 #include <QMessageBox>
-#include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
@@ -44,13 +42,6 @@ public:
     }
 };
 
-// A command without a panel, accepted as soon as it started.
-class QuickCmd : public ZYLCmdCommand {
-    Q_OBJECT
-public:
-    Q_INVOKABLE explicit QuickCmd(QObject *parent) : ZYLCmdCommand(parent, CancelWhenInterrupted, OwnTransaction) {}
-};
-
 } // namespace
 
 class tst_ZYLStudioCommandPanel : public QObject {
@@ -60,7 +51,6 @@ private slots:
     void init();
     void cleanup();
 
-    void commandWithoutPanelLeavesTheDockHidden();
     void cancel_data();
     void cancel();
 
@@ -70,8 +60,7 @@ private:
     void AddEdit() { m_container->AddFeature(new ZYLFeatObject(QStringLiteral("Ply"))); }
 
     std::unique_ptr<ZYLCmdCommandPublisher<ShapeEditCmd>> m_shapeClass;
-    std::unique_ptr<ZYLCmdCommandPublisher<QuickCmd>> m_quickClass;
-    std::unique_ptr<ZYLCmdActionPublisher> m_shapeAction, m_quickAction;
+    std::unique_ptr<ZYLCmdActionPublisher> m_shapeAction;
     std::unique_ptr<ZYLFeatContainer> m_container;
     std::unique_ptr<ZYLFeatEnvironment> m_environment;
     std::unique_ptr<QMainWindow> m_window;
@@ -82,11 +71,8 @@ private:
 
 void tst_ZYLStudioCommandPanel::initTestCase() {
     m_shapeClass = std::make_unique<ZYLCmdCommandPublisher<ShapeEditCmd>>();
-    m_quickClass = std::make_unique<ZYLCmdCommandPublisher<QuickCmd>>();
     const QHash<QString, QVariant> none;
     m_shapeAction = std::make_unique<ZYLCmdActionPublisher>("Edit", "ShapeEditCmd", QString(), QStringLiteral("Shape"),
-                                                            QString(), nullptr, ZYLCmdAction::AnySelection, none);
-    m_quickAction = std::make_unique<ZYLCmdActionPublisher>("Run", "QuickCmd", QString(), QStringLiteral("Quick"),
                                                             QString(), nullptr, ZYLCmdAction::AnySelection, none);
     m_answer.setInterval(10);
 }
@@ -110,24 +96,12 @@ void tst_ZYLStudioCommandPanel::cleanup() {
     m_container.reset();
 }
 
-void tst_ZYLStudioCommandPanel::commandWithoutPanelLeavesTheDockHidden() {
-    QVERIFY(m_panel->CancelRunningCommand(m_window.get()));
-    QSignalSpy running(m_panel, &ZYLStudioCommandPanel::CommandRunningChanged);
-    QSignalSpy visibility(m_panel, &QDockWidget::visibilityChanged);
-    QVERIFY(ZYLCmdController::GetController()->Trigger("QuickCmd.Run"));
-    QCOMPARE(running.size(), 2);
-    QVERIFY(!m_panel->IsCommandRunning());
-    QCOMPARE(visibility.size(), 0);
-}
-
 void tst_ZYLStudioCommandPanel::cancel_data() {
     QTest::addColumn<bool>("byClosing");
     QTest::addColumn<bool>("edit");
     QTest::addColumn<int>("answer");
     QTest::addColumn<bool>("cancelled");
-    QTest::newRow("no edits: not asked") << false << false << int(QMessageBox::No) << true;
     QTest::newRow("edits discarded") << false << true << int(QMessageBox::Yes) << true;
-    QTest::newRow("edits kept") << false << true << int(QMessageBox::No) << false;
     QTest::newRow("dock closed, no edits") << true << false << int(QMessageBox::No) << true;
     QTest::newRow("dock closed, edits kept") << true << true << int(QMessageBox::No) << false;
 }

@@ -9,7 +9,6 @@
 #include "ZYLCmdController.h"
 #include "ZYLSysSettings.h"
 
-#include <QActionGroup>
 #include <QLibrary>
 #include <QMainWindow>
 #include <QMenu>

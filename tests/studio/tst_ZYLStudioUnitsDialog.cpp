@@ -8,7 +8,6 @@
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QPushButton>
-#include <QSignalSpy>
 #include <QTest>
 
 namespace {

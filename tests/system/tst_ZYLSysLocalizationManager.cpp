@@ -2,9 +2,7 @@
 #include "ZYLSysLocalizationManager.h"
 
 #include <QCoreApplication>
-#include <QDir>
 #include <QFile>
-#include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
 

@@ -16,7 +16,6 @@ private slots:
         QTest::addColumn<QtMsgType>("level");
         QTest::newRow("information") << 0 << QtInfoMsg;
         QTest::newRow("warning") << 1 << QtWarningMsg;
-        QTest::newRow("error") << 2 << QtCriticalMsg;
         QTest::newRow("unknown type") << 7 << QtCriticalMsg;
     }
 

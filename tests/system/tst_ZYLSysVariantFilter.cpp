@@ -56,8 +56,6 @@ private slots:
         QTest::addColumn<double>("tolerance");
         QTest::addColumn<int>("type");
         QTest::newRow("separator code") << -1 << 0.0 << 0;
-        QTest::newRow("code 10") << 10 << 0.0 << 0;
-        QTest::newRow("negative tolerance") << 4 << -1e-7 << 1;
         QTest::newRow("nan tolerance") << 4 << std::numeric_limits<double>::quiet_NaN() << 1;
         QTest::newRow("filter type 2") << 4 << 0.0 << 2;
     }

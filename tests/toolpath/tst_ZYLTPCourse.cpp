@@ -10,7 +10,6 @@
 #include "ZYLTPTowTrajectory.h"
 
 #include "ZYLSysException.h"
-#include "ZYLSysOutOfBoundsException.h"
 
 #include <QTest>
 

@@ -1,16 +1,10 @@
 // SPDX-License-Identifier: LicenseRef-ZYL-Proprietary
-// Laying order and link strategies: reversing the laying order and undoing it, and the
-// geometry of each link strategy.
+// Link strategies: the geometry each strategy gives a link between two courses.
 #include "ZYLTPTestProgram.h"
 
 #include "ZYLTPCustomCourseLink.h"
-#include "ZYLTPLinearCourseLink.h"
-#include "ZYLTPOffPartPoint.h"
 #include "ZYLTPProcedureLink.h"
 #include "ZYLTPSafetyPlaneCourseLink.h"
-
-#include "ZYLSysException.h"
-#include "ZYLSysOutOfBoundsException.h"
 
 #include <QTest>
 
@@ -19,32 +13,11 @@ using LinkList = QList<QPair<int, int>>;
 class tst_ZYLTPLinks : public QObject {
     Q_OBJECT
 private slots:
-    void reverseLayingOrder();
     void strategies();
 };
 
 namespace {
 } // namespace
-
-void tst_ZYLTPLinks::reverseLayingOrder()
-{
-    ZYLTPTestProgram t(3);
-    ZYLTPRollLayupProcedure *p = t.procedure;
-    t.Open();
-    ZYLTPCourseLink *approach = p->LinkCourses(nullptr, t.courses[0], nullptr);
-    ZYLTPCourseLink *middle = p->LinkCourses(t.courses[0], t.courses[1], nullptr);
-    p->ReverseLayingOrder();
-    t.Commit();
-    QCOMPARE(p->GetLayingOrder(), (QList<int>{2, 1, 0}));
-    QCOMPARE(p->GetRetractLink(), approach);
-    QVERIFY(!p->GetApproachLink());
-    QCOMPARE(approach->GetFromCourse(), t.courses[0]);
-    QVERIFY(!approach->GetToCourse());
-    QCOMPARE(middle->GetFromCourse(), t.courses[1]);
-    QCOMPARE(t.courses[1]->GetRetractLink(), middle);
-    QCOMPARE(p->GetLinkByPosition(0), middle);
-    QCOMPARE(p->GetLinkByPosition(1), approach);
-}
 
 void tst_ZYLTPLinks::strategies()
 {

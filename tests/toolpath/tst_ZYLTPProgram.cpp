@@ -2,16 +2,8 @@
 // The program builder's validation: what it refuses, and that a refusal leaves no program.
 #include "ZYLTPTestProgram.h"
 
-#include "ZYLToolPath.h"
-#include "ZYLTPInspectionProcedure.h"
-#include "ZYLTPMachineConfiguration.h"
-#include "ZYLTPMachineHead.h"
-#include "ZYLTPProcedureLink.h"
-
 #include "ZYLSysException.h"
-#include "ZYLSysOutOfBoundsException.h"
 
-#include <QPointer>
 #include <QTest>
 
 class tst_ZYLTPProgram : public QObject {
@@ -27,10 +19,6 @@ void tst_ZYLTPProgram::builderRefuses_data()
     QTest::newRow("one tow point") << 0;
     QTest::newRow("runs do not cover the points") << 1;
     QTest::newRow("normal missing") << 2;
-    QTest::newRow("tilt out of range") << 3;
-    QTest::newRow("zero feed rate") << 4;
-    QTest::newRow("zero normal") << 5;
-    QTest::newRow("forced rate above 1") << 6;
     QTest::newRow("coincident points") << 7;
 }
 

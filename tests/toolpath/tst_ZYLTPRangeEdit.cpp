@@ -2,7 +2,6 @@
 // Pinch states over a range of a course, their limits and undo.
 #include "ZYLTPTestProgram.h"
 
-#include "ZYLTPOnPartPoint.h"
 #include "ZYLTPTowPoint.h"
 #include "ZYLTPTowTrajectory.h"
 

@@ -2,11 +2,9 @@
 // Collision avoidance refuses to run outside a transaction and changes nothing then.
 #include "ZYLTPCollisionTestUtil.h"
 
-#include "ZYLTPDemoGenerator.h"
 #include "ZYLTPProgramFile.h"
 
 #include "ZYLSysException.h"
-#include "ZYLSysMessageQueue.h"
 
 #include <QTest>
 

@@ -4,7 +4,6 @@
 #include "ZYLTPLinkTestUtil.h"
 
 #include "ZYLTPLinearCourseLink.h"
-#include "ZYLTPSafetyPlaneCourseLink.h"
 
 #include "ZYLGeoBSplineSurface.h"
 

@@ -149,10 +149,7 @@ private slots:
     {
         QTest::addColumn<QString>("key");
         QTest::addColumn<QString>("text");
-        QTest::newRow("bool") << "tipPointEnabled" << "maybe";
         QTest::newRow("vectors out of range") << "layingVectors" << "9";
-        QTest::newRow("vectors not a number") << "layingVectors" << "all";
-        QTest::newRow("short tows not listed") << "shortTows" << "3";
         QTest::newRow("negative tow width") << "towWidth" << "-2";
         QTest::newRow("bad colour") << "attributes/toolAxis" << "#zzzzzz 1 5 0 0 1";
         QTest::newRow("transparency beyond 1") << "attributes/toolAxis" << "#ff0000 1 5 2 0 1";

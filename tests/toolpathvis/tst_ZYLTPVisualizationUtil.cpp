@@ -1,10 +1,8 @@
 // SPDX-License-Identifier: LicenseRef-ZYL-Proprietary
 // Vector primitives of a list of points, and collision point spheres.
 
-#include "ZYLTPVisTestProgram.h"
 #include "ZYLTPVisTestSupport.h"
 
-#include "ZYLTPOnPartPoint.h"
 #include "ZYLTPVisRepFactory.h"
 #include "ZYLTPVisualizationUtil.h"
 
@@ -36,9 +34,6 @@ private slots:
         QTest::addColumn<int>("segments");
         QTest::addColumn<int>("bands");
         QTest::newRow("marker") << 12.5 << 8 << 8;
-        QTest::newRow("coarsest") << 3.0 << 2 << 2;
-        QTest::newRow("below the minimum") << 3.0 << 0 << 2;
-        QTest::newRow("above the maximum") << 1.0 << 1000 << 128;
     }
     void collisionSphere()
     {
@@ -71,8 +66,6 @@ private slots:
     void collisionPointWithoutRadius_data()
     {
         QTest::addColumn<double>("radius");
-        QTest::newRow("zero") << 0.0;
-        QTest::newRow("negative") << -1.0;
         QTest::newRow("not a number") << qQNaN();
     }
     void collisionPointWithoutRadius()

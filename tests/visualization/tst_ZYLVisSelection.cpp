@@ -4,7 +4,6 @@
 
 #include "ZYLVisTestScene.h"
 
-#include <QMetaType>
 #include <QSignalSpy>
 #include <QTest>
 

@@ -2,10 +2,7 @@
 // The recent program files: order, limit, removal and what is read back from the settings file.
 #include "ZYLStudioRecentFiles.h"
 
-#include "ZYLSysSettings.h"
-
 #include <QDir>
-#include <QSettings>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
