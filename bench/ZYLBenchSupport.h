@@ -3,11 +3,11 @@
 // What the benchmarks share: the size of the demo program from the command line and the
 // process's memory.
 
+#include "ZYLBenchArguments.h"
 #include "ZYLTPDemoGenerator.h"
 
 #include <QFile>
 #include <QList>
-#include <QStringList>
 
 /// Resident and peak resident memory of this process, MB (from /proc; -1 where unknown).
 struct ZYLBenchMemory {
@@ -34,12 +34,15 @@ inline ZYLBenchMemory ZYLBenchReadMemory()
 }
 
 /// The demo program of the million-point workload (500 courses of 2000 points, 16 tows), or
-/// of the courses and points per course given as the first two arguments after the program.
-inline ZYLTPDemoGenerator::Parameters ZYLBenchDemoParameters(const QStringList &arguments)
+/// of the courses and points per course given as the two optional arguments; other
+/// arguments end the process with the usage line (`ZYLBenchReadArguments`).
+inline ZYLTPDemoGenerator::Parameters ZYLBenchDemoParameters(int argc, char **argv)
 {
+    const std::vector<long> sizes =
+        ZYLBenchReadArguments(argc, argv, {{"COURSES", 500}, {"POINTS_PER_COURSE", 2000, 2}});
     ZYLTPDemoGenerator::Parameters parameters;
-    parameters.courses = arguments.size() > 1 ? arguments.at(1).toInt() : 500;
-    parameters.pointsPerCourse = arguments.size() > 2 ? arguments.at(2).toInt() : 2000;
+    parameters.courses = int(sizes[0]);
+    parameters.pointsPerCourse = int(sizes[1]);
     parameters.tows = 16;
     return parameters;
 }

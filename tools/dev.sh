@@ -10,6 +10,8 @@
 #   tools/dev.sh fuzz [SECONDS] [file|scene]
 #                         build the fuzzers with clang (in build-fuzz) and run them (default
 #                         60 s, shared 3:1 by the file reader and the scene)
+#   tools/dev.sh coverage install what is missing, build with coverage in build-coverage, run
+#                         every test, print line coverage per library folder
 # BUILD_DIR (default: build) and BUILD_TYPE (default: Release) may be set in the environment.
 set -euo pipefail
 
@@ -21,10 +23,12 @@ export CCACHE_BASEDIR=${CCACHE_BASEDIR:-$here}
 
 packages=(
     build-essential cmake ninja-build ccache pkg-config
-    qt6-base-dev qt6-base-dev-tools libqt6opengl6-dev qt6-svg-dev qt6-l10n-tools libgl-dev
+    qt6-base-dev qt6-base-dev-tools libqt6opengl6-dev qt6-svg-dev qt6-l10n-tools qt6-tools-dev libgl-dev
     libeigen3-dev libsimdjson-dev
     xvfb xauth
 )
+# Only the coverage report needs it.
+[ "${1:-}" = coverage ] && packages+=(gcovr)
 
 install_missing() {
     local missing=()
@@ -78,6 +82,24 @@ run_fuzzer() {
         -artifact_prefix="$findings/$1-"
 }
 
+# Prints covered / total lines per library folder (host/<lib>, app/<lib>, tools/<tool>, and the
+# module's folders), then the sum, from gcovr's per-file summary on standard input.
+coverage_table() {
+    python3 -c '
+import json, sys
+rows = {}
+for f in json.load(sys.stdin)["files"]:
+    parts = f["filename"].split("/")
+    key = "/".join(parts[:2]) if parts[0] in ("host", "app", "tools") and len(parts) > 2 else parts[0]
+    covered, total = rows.get(key, (0, 0))
+    rows[key] = (covered + f["line_covered"], total + f["line_total"])
+rows["TOTAL"] = tuple(map(sum, zip(*rows.values())))
+print("%-24s %7s %8s %7s" % ("folder", "lines", "covered", "cover"))
+for key, (covered, total) in sorted(rows.items(), key=lambda kv: (kv[0] == "TOTAL", kv[0])):
+    print("%-24s %7d %8d %6.1f%%" % (key, total, covered, 100.0 * covered / max(total, 1)))
+'
+}
+
 case "${1:-}" in
     test)
         install_missing
@@ -124,6 +146,21 @@ case "${1:-}" in
                 exit 2
                 ;;
         esac
+    coverage)
+        # A debug build of its own with gcc's line counters; the counters start from zero so
+        # that the table reflects one full test run.
+        install_missing
+        build=${COVERAGE_DIR:-$here/build-coverage}
+        cmake -S "$here" -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Debug \
+            -DCMAKE_CXX_FLAGS="--coverage -O0" -DCMAKE_EXE_LINKER_FLAGS=--coverage \
+            -DCMAKE_SHARED_LINKER_FLAGS=--coverage >/dev/null
+        cmake --build "$build" -j "$(nproc)"
+        find "$build" -name '*.gcda' -delete
+        ctest --test-dir "$build" -j "$(nproc)" | tail -n 3 || echo "(some tests failed; the table counts the lines they reached)"
+        gcovr --root "$here" --object-directory "$build" \
+            --filter "$here/(host|app|tools|module|graphics|course|layingpoints|links|inspection)/" \
+            --exclude '.*_autogen/.*' --exclude-directories '.*/CMakeFiles/[0-9.]+' \
+            --json-summary - | coverage_table
         ;;
     *)
         sed -n '3,13p' "$0" | sed 's/^# \{0,1\}//'

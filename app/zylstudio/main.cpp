@@ -5,6 +5,7 @@
 #include "ZYLStudioCommandLine.h"
 #include "ZYLStudioMainWindow.h"
 #include "ZYLStudioProcessChecks.h"
+#include "ZYLStudioTranslations.h"
 
 #include "ZYLStudioSession.h"
 #include "ZYLStudioViewer.h"
@@ -156,6 +157,9 @@ int main(int argc, char *argv[]) {
     const QString screenshot = commandLine.GetScreenshotFileName();
     const bool interactive = screenshot.isEmpty();
 
+    // Before the module loads: it translates its catalogue labels as it publishes them.
+    ZYLStudioTranslations translations;
+    translations.Install();
     // Declared before the window so that it outlives it: the window borrows the session.
     ZYLStudioSession session;
     if (!session.Start()) {

@@ -2,6 +2,8 @@
 // Times ZYLCmnFilterProxyModel over a lazy table of a million rows, as the detailed info
 // panel filters its laying points: numbers on the display role, quantities on role 256, text.
 
+#include "ZYLBenchArguments.h"
+
 #include "ZYLCmnFilterProxyModel.h"
 
 #include "ZYLSysLocalizationManager.h"
@@ -106,6 +108,7 @@ void TimeFilter(ZYLCmnFilterProxyModel &proxy, const char *what, int column, int
 
 int main(int argc, char **argv)
 {
+    ZYLBenchReadArguments(argc, argv);
     QTemporaryDir settings;
     if (qEnvironmentVariableIsEmpty("ZYL_SETTINGS_DIR"))
         qputenv("ZYL_SETTINGS_DIR", settings.path().toLocal8Bit());

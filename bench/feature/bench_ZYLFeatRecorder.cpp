@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: LicenseRef-ZYL-Proprietary
 // Timing and memory of recording, undo and redo at the scale of a large ply (a million
 // laying points). Built with the tests, never run by CTest.
+#include "ZYLBenchArguments.h"
+
 #include "ZYLFeatContainer.h"
 #include "ZYLFeatRecorder.h"
 
@@ -30,8 +32,9 @@ void Report(const char *what, int count, qint64 ns)
 
 } // namespace
 
-int main()
+int main(int argc, char **argv)
 {
+    ZYLBenchReadArguments(argc, argv);
     std::vector<double> tilts(kPoints, 0.0);
     ZYLFeatContainer container;
     QElapsedTimer timer;

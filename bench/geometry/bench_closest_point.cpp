@@ -4,6 +4,8 @@
 // curved panel, each course a run of neighbours, asked cold and with the previous foot as
 // hint; then the same number of queries on a plane.
 
+#include "ZYLBenchArguments.h"
+
 #include "ZYLGeoBSplineSurface.h"
 #include "ZYLGeoPlane.h"
 
@@ -73,8 +75,9 @@ void Print(const char *what, size_t count, double seconds)
 
 } // namespace
 
-int main()
+int main(int argc, char **argv)
 {
+    ZYLBenchReadArguments(argc, argv);
     const ZYLMathAxis frame;
     const ZYLGeoRef<ZYLGeoBSplineSurface> panel =
         ZYLGeoBSplineSurface::CreateDoublyCurvedPanel(frame, panelLength, panelWidth, 1.0 / 2000.0, -1.0 / 3000.0);

@@ -77,9 +77,10 @@ int main(int argc, char **argv) {
             std::printf("cannot write the program: %s\n", qPrintable(error));
         return error.isEmpty() ? 0 : 1;
     }
+    const ZYLTPDemoGenerator::Parameters size = ZYLBenchDemoParameters(argc, argv);
+    const int courses = size.courses;
+    const int pointsPerCourse = size.pointsPerCourse;
     QApplication app(argc, argv);
-    const int courses = argc > 2 ? std::atoi(argv[1]) : 500;
-    const int pointsPerCourse = argc > 2 ? std::atoi(argv[2]) : 2000;
 
     QTemporaryDir dir;
     const QString file = dir.filePath(QStringLiteral("large.zyltp.json"));

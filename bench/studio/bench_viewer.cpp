@@ -4,6 +4,8 @@
 // xvfb-run with QT_QPA_PLATFORM=xcb for software OpenGL:
 //   xvfb-run -a -s "-screen 0 1920x1080x24" bench_viewer [width height]
 
+#include "ZYLBenchArguments.h"
+
 #include "ZYLStudioViewer.h"
 
 #include "ZYLVisEnvironment.h"
@@ -77,9 +79,10 @@ void report(const char *what, std::vector<double> times)
 
 int main(int argc, char **argv)
 {
+    const std::vector<long> size = ZYLBenchReadArguments(argc, argv, {{"WIDTH", 1280}, {"HEIGHT", 800}});
+    const int width = int(size[0]);
+    const int height = int(size[1]);
     QApplication app(argc, argv);
-    const int width = argc > 2 ? std::atoi(argv[1]) : 1280;
-    const int height = argc > 2 ? std::atoi(argv[2]) : 800;
 
     ZYLVisEnvironment environment;
     std::vector<std::unique_ptr<ZYLVisVirtualObject>> courses;

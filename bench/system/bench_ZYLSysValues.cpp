@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: LicenseRef-ZYL-Proprietary
 // Timings of the per-cell work of large tables: filtering cells with ZYLSysVariantFilter and
 // formatting / reading values with units. Run: bench_ZYLSysValues [rows]
+#include "ZYLBenchArguments.h"
+
 #include "ZYLSysLocalizationManager.h"
 #include "ZYLSysValue.h"
 #include "ZYLSysVariantFilter.h"
@@ -37,10 +39,10 @@ qsizetype CountAccepted(const ZYLSysVariantFilter &filter, const QList<QVariant>
 
 int main(int argc, char **argv)
 {
+    const qsizetype rows = ZYLBenchReadArguments(argc, argv, {{"ROWS", 1000000}})[0];
     QCoreApplication app(argc, argv);
     QTemporaryDir settings;
     qputenv("ZYL_SETTINGS_DIR", settings.path().toUtf8());
-    const qsizetype rows = argc > 1 ? QByteArray(argv[1]).toLongLong() : 1000000;
 
     QList<QVariant> numbers, numberTexts, names, quantities;
     QList<ZYLSysValue> lengths;

@@ -3,6 +3,8 @@
 // with the program builder, measured from the process's resident memory, first without any
 // point view, then with every point view created, then the cost of reading every point.
 
+#include "ZYLBenchArguments.h"
+
 #include "ZYLTPCourse.h"
 #include "ZYLTPCourseLink.h"
 #include "ZYLTPOnPartPoint.h"
@@ -36,6 +38,7 @@ double ResidentBytes()
 
 int main(int argc, char **argv)
 {
+    ZYLBenchReadArguments(argc, argv);
     QCoreApplication app(argc, argv);
     const int numCourses = 500;
     const int numPoints = 2000;

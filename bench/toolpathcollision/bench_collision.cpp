@@ -65,8 +65,8 @@ void Report(const char *what, qint64 points, double seconds, qint64 collisions)
 
 int main(int argc, char *argv[])
 {
+    const ZYLTPDemoGenerator::Parameters parameters = ZYLBenchDemoParameters(argc, argv);
     QCoreApplication app(argc, argv);
-    const ZYLTPDemoGenerator::Parameters parameters = ZYLBenchDemoParameters(QCoreApplication::arguments());
 
     QElapsedTimer timer;
     timer.start();
@@ -143,7 +143,9 @@ int main(int argc, char *argv[])
                 "%lld still colliding, %d errors\n",
                 Tolerance, collidingCourses.size(), static_cast<long long>(coursePoints),
                 static_cast<long long>(colliding), avoidSeconds, static_cast<long long>(left), errors);
-    container.Undo();
+    // A small workload may have nothing to avoid, and then no step to take back.
+    if (container.CanUndo())
+        container.Undo();
     container.ClearHistory();
     return 0;
 }

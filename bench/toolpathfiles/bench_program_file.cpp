@@ -24,8 +24,8 @@ double CurrentMegabytes() { return ZYLBenchReadMemory().resident; }
 
 int main(int argc, char *argv[])
 {
+    const ZYLTPDemoGenerator::Parameters parameters = ZYLBenchDemoParameters(argc, argv);
     QCoreApplication app(argc, argv);
-    const ZYLTPDemoGenerator::Parameters parameters = ZYLBenchDemoParameters(QCoreApplication::arguments());
 
     QElapsedTimer timer;
     timer.start();

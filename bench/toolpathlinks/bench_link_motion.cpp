@@ -4,6 +4,8 @@
 // the recomputation after an edit that leaves the links' ends where they were, after an
 // edit that moves every course end, and large custom link edits with their undo.
 
+#include "ZYLBenchArguments.h"
+
 #include "ZYLTPCourse.h"
 #include "ZYLTPCustomCourseLink.h"
 #include "ZYLTPDemoGenerator.h"
@@ -80,6 +82,7 @@ double Seconds(F f)
 
 int main(int argc, char **argv)
 {
+    ZYLBenchReadArguments(argc, argv);
     QCoreApplication app(argc, argv);
     ZYLTPDemoGenerator::Parameters parameters;
     parameters.courses = 500;

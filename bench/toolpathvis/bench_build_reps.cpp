@@ -8,6 +8,8 @@
 // The program is the demo generator's: courses of 16 tows over a doubly curved panel, tows
 // added and cut along a ply boundary.
 
+#include "ZYLBenchArguments.h"
+
 #include "ZYLTPCourse.h"
 #include "ZYLTPCourseVisRep.h"
 #include "ZYLTPDemoGenerator.h"
@@ -73,6 +75,7 @@ ZYLTPVisualizationOptions CourseViewOptions()
 
 int main(int argc, char **argv)
 {
+    ZYLBenchReadArguments(argc, argv);
     QCoreApplication app(argc, argv);
     QElapsedTimer timer;
     timer.start();

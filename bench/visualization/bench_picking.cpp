@@ -4,6 +4,8 @@
 // pick (which builds the indices the ray needs), a sweep that builds all the others, and
 // 1000 picks along random rays. A second scene with the dots only gives the points figure.
 
+#include "ZYLBenchArguments.h"
+
 #include "ZYLVisEnvironment.h"
 #include "ZYLVisPickRay.h"
 #include "ZYLVisPointPrimitive.h"
@@ -109,6 +111,7 @@ void run(const char *title, bool withPolylines)
 
 int main(int argc, char **argv)
 {
+    ZYLBenchReadArguments(argc, argv);
     QCoreApplication app(argc, argv);
     run("Points only (1M points)", false);
     run("Points and polylines (1M points, 1M segments)", true);

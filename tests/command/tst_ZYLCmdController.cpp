@@ -6,15 +6,11 @@
 #include "ZYLCmdController.h"
 #include "ZYLCmdDialogHandler.h"
 #include "ZYLCmdTestCommands.h"
-#include "ZYLCmdTestEnvironment.h"
-#include "ZYLFeatContainer.h"
-#include "ZYLFeatObject.h"
 #include "ZYLVisEnvironment.h"
 #include "ZYLVisFunctionFilter.h"
 #include "ZYLVisVirtualObject.h"
 
 #include <QPushButton>
-#include <QPointer>
 #include <QRegularExpression>
 #include <QSignalSpy>
 #include <QTest>
@@ -31,13 +27,6 @@ std::unique_ptr<ZYLCmdActionPublisher> MakePublisher(const QByteArray &name, con
                                                    QHash<QString, QVariant>());
 }
 
-QList<QByteArray> Keys(const QList<ZYLCmdAction *> &actions) {
-    QList<QByteArray> keys;
-    for (const ZYLCmdAction *action : actions)
-        keys.append(action->GetKey());
-    return keys;
-}
-
 } // namespace
 
 class tst_ZYLCmdController : public QObject {
@@ -47,23 +36,16 @@ private slots:
     void init();
     void cleanup();
 
-    void controllerExistsBeforeApplication();
     void registrationRefused_data();
     void registrationRefused();
     void unregisterUnknownClassIsQuiet();
     void triggerRefused_data();
     void triggerRefused();
 
-    void publishersKeepOrderAndWithdraw();
     void duplicateKeyRefused();
-    void actionTriggerStartsCommand();
-    void actionMadeWhilePublishingIsWired();
-    void actionDescribesItself();
     void acceptsSelection_data();
     void acceptsSelection();
 
-    void unregisterCancelsRunningCommand();
-    void unregisterDeletesFinishedCommands();
     void standardButtonEnabling();
 
 private:
@@ -82,20 +64,11 @@ void tst_ZYLCmdController::cleanup() {
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
-void tst_ZYLCmdController::controllerExistsBeforeApplication() {
-    QVERIFY(s_earlyController);
-    QCOMPARE(ZYLCmdController::GetController(), s_earlyController);
-    QVERIFY(s_earlyController->GetDialogHandler());
-    QVERIFY(s_earlyController->GetDialogHandler()->GetWidget());
-}
-
 void tst_ZYLCmdController::registrationRefused_data() {
     QTest::addColumn<const QMetaObject *>("commandClass");
     QTest::addColumn<QString>("warning");
     QTest::newRow("null") << static_cast<const QMetaObject *>(nullptr) << "null command class";
     QTest::newRow("not a command") << &ZYLCmdTestNotACmd::staticMetaObject << "not a ZYLCmdCommand";
-    QTest::newRow("no invokable constructor") << &ZYLCmdTestNoCtorCmd::staticMetaObject
-                                              << "no invokable constructor";
     QTest::newRow("second registration") << &ZYLCmdTestPlainCmd::staticMetaObject << "already registered";
 }
 
@@ -128,7 +101,6 @@ void tst_ZYLCmdController::unregisterUnknownClassIsQuiet() {
 void tst_ZYLCmdController::triggerRefused_data() {
     QTest::addColumn<QByteArray>("key");
     QTest::addColumn<QString>("warning");
-    QTest::newRow("no such action") << QByteArray("ZYLCmdTestPlainCmd.Nothing") << "no action is published";
     QTest::newRow("empty key") << QByteArray() << "no action is published";
     QTest::newRow("class not registered") << QByteArray("ZYLCmdTestDialogCmd.Unregistered") << "not registered";
 }
@@ -147,27 +119,6 @@ void tst_ZYLCmdController::triggerRefused() {
     QVERIFY(script().log.isEmpty());
 }
 
-void tst_ZYLCmdController::publishersKeepOrderAndWithdraw() {
-    ZYLCmdController *controller = ZYLCmdController::GetController();
-    QSignalSpy changed(controller, &ZYLCmdController::ActionsChanged);
-    auto a = MakePublisher("A", "ZYLCmdTestPlainCmd");
-    auto b = MakePublisher("B", "ZYLCmdTestPlainCmd");
-    auto c = MakePublisher("C", "ZYLCmdTestDialogCmd");
-    QCOMPARE(changed.count(), 3);
-    QCOMPARE(Keys(controller->GetActions()),
-             (QList<QByteArray>{"ZYLCmdTestPlainCmd.A", "ZYLCmdTestPlainCmd.B", "ZYLCmdTestDialogCmd.C"}));
-    QCOMPARE(controller->GetAction("ZYLCmdTestPlainCmd.B"), b->GetAction());
-
-    b.reset();
-    QCOMPARE(changed.count(), 4);
-    QCOMPARE(controller->GetAction("ZYLCmdTestPlainCmd.B"), nullptr);
-    QCOMPARE(Keys(controller->GetActions()), (QList<QByteArray>{"ZYLCmdTestPlainCmd.A", "ZYLCmdTestDialogCmd.C"}));
-    a.reset();
-    c.reset();
-    QVERIFY(controller->GetActions().isEmpty());
-    QCOMPARE(changed.count(), 6);
-}
-
 void tst_ZYLCmdController::duplicateKeyRefused() {
     ZYLCmdController *controller = ZYLCmdController::GetController();
     auto first = MakePublisher("Twice", "ZYLCmdTestPlainCmd");
@@ -181,53 +132,13 @@ void tst_ZYLCmdController::duplicateKeyRefused() {
     QCOMPARE(controller->GetAction("ZYLCmdTestPlainCmd.Twice"), first->GetAction());
 }
 
-void tst_ZYLCmdController::actionTriggerStartsCommand() {
-    ZYLCmdController *controller = ZYLCmdController::GetController();
-    ZYLCmdCommandPublisher<ZYLCmdTestDialogCmd> dialog;
-    auto action = MakePublisher("Edit", "ZYLCmdTestDialogCmd");
-    action->GetAction()->trigger();
-    QVERIFY(controller->GetCurrentCommand());
-    QCOMPARE(controller->GetCurrentCommand()->metaObject(), &ZYLCmdTestDialogCmd::staticMetaObject);
-    QCOMPARE(controller->GetCurrentCommand()->parent(), controller);
-}
-
-void tst_ZYLCmdController::actionMadeWhilePublishingIsWired() {
-    ZYLCmdController *controller = ZYLCmdController::GetController();
-    ZYLCmdCommandPublisher<ZYLCmdTestPlainCmd> plain;
-    QObject context;
-    ZYLCmdAction *seen = nullptr;
-    connect(controller, &ZYLCmdController::ActionsChanged, &context,
-            [&] { seen = controller->GetAction("ZYLCmdTestPlainCmd.Early"); });
-    auto publisher = MakePublisher("Early", "ZYLCmdTestPlainCmd");
-    QVERIFY(seen);
-    QCOMPARE(seen, publisher->GetAction());
-    seen->trigger();
-    QVERIFY(script().log.contains("PlainCmd.GainFocus"));
-}
-
-void tst_ZYLCmdController::actionDescribesItself() {
-    ZYLCmdActionPublisher publisher("ViewHead", "ZYLToolPathViewCmd", QStringLiteral("head-off"),
-                                    QStringLiteral("Head"), QStringLiteral("Show the head"), nullptr,
-                                    ZYLCmdAction::AnySelection, {{QStringLiteral("mode"), QStringLiteral("ViewHead")}});
-    ZYLCmdAction *action = ZYLCmdController::GetController()->GetAction("ZYLToolPathViewCmd.ViewHead");
-    QVERIFY(action);
-    QCOMPARE(action->text(), QStringLiteral("Head"));
-    QCOMPARE(action->toolTip(), QStringLiteral("Show the head"));
-    QCOMPARE(action->GetCommandClass(), QByteArray("ZYLToolPathViewCmd"));
-    QCOMPARE(action->GetName(), QByteArray("ViewHead"));
-    QVERIFY(!action->icon().isNull());
-    QCOMPARE(action->GetProperties().value(QStringLiteral("mode")).toString(), QStringLiteral("ViewHead"));
-}
-
 void tst_ZYLCmdController::acceptsSelection_data() {
     QTest::addColumn<int>("behavior");
     QTest::addColumn<bool>("withFilter");
     QTest::addColumn<int>("selected");
     QTest::addColumn<bool>("accepted");
     // The filter accepts only the first of two objects.
-    QTest::newRow("any, empty") << int(ZYLCmdAction::AnySelection) << true << 0 << true;
     QTest::newRow("any, rejected object") << int(ZYLCmdAction::AnySelection) << true << 2 << true;
-    QTest::newRow("required, empty") << int(ZYLCmdAction::RequireFilteredSelection) << true << 0 << false;
     QTest::newRow("required, accepted object") << int(ZYLCmdAction::RequireFilteredSelection) << true << 1 << true;
     QTest::newRow("required, one rejected") << int(ZYLCmdAction::RequireFilteredSelection) << true << 2 << false;
     QTest::newRow("required, no filter") << int(ZYLCmdAction::RequireFilteredSelection) << false << 2 << true;
@@ -256,60 +167,6 @@ void tst_ZYLCmdController::acceptsSelection() {
     if (selected >= 2)
         selection.insert(bad);
     QCOMPARE(action.AcceptsSelection(selection), accepted);
-}
-
-void tst_ZYLCmdController::unregisterCancelsRunningCommand() {
-    ZYLCmdTestEnvironment environment;
-    ZYLFeatObject *feature = environment.AddFeature(QStringLiteral("original"));
-    script().feature = feature;
-    script().editIn = QStringLiteral("GainFocus");
-    ZYLCmdController *controller = ZYLCmdController::GetController();
-    QSignalSpy finished(controller, &ZYLCmdController::CommandFinished);
-    QSignalSpy changed(controller, &ZYLCmdController::CommandsChanged);
-    auto publisher = std::make_unique<ZYLCmdCommandPublisher<ZYLCmdTestDialogCmd>>();
-    auto action = MakePublisher("Edit", "ZYLCmdTestDialogCmd");
-    QVERIFY(controller->Trigger("ZYLCmdTestDialogCmd.Edit"));
-    QPointer<ZYLCmdCommand> command = controller->GetCurrentCommand();
-    QPointer<QWidget> panel = static_cast<ZYLCmdDialogCommand *>(command.data())->GetContentWidget();
-    QCOMPARE(feature->GetName(), QStringLiteral("edited in GainFocus"));
-
-    publisher.reset();
-    // Cancelled and deleted at once, without waiting for the event loop: the class's code may
-    // be unloaded right after.
-    QCOMPARE(finished.count(), 1);
-    QVERIFY(!finished.at(0).at(1).toBool());
-    QVERIFY(!command);
-    QVERIFY(!panel);
-    QCOMPARE(controller->GetCurrentCommand(), nullptr);
-    QCOMPARE(feature->GetName(), QStringLiteral("original"));
-    QVERIFY(!environment.GetContainer()->HasOpenTransaction());
-    QCOMPARE(changed.count(), 2);
-    QVERIFY(script().log.contains("DialogCmd.Cleanup[closed]"));
-    // The action stays, but cannot start anything any more.
-    QTest::ignoreMessage(QtWarningMsg, QRegularExpression("not registered"));
-    QVERIFY(!controller->Trigger("ZYLCmdTestDialogCmd.Edit"));
-}
-
-void tst_ZYLCmdController::unregisterDeletesFinishedCommands() {
-    ZYLCmdController *controller = ZYLCmdController::GetController();
-    auto plain = std::make_unique<ZYLCmdCommandPublisher<ZYLCmdTestPlainCmd>>();
-    auto dialog = std::make_unique<ZYLCmdCommandPublisher<ZYLCmdTestDialogCmd>>();
-    auto plainAction = MakePublisher("Plain", "ZYLCmdTestPlainCmd");
-    auto dialogAction = MakePublisher("Dialog", "ZYLCmdTestDialogCmd");
-    QSignalSpy finished(controller, &ZYLCmdController::CommandFinished);
-    QVERIFY(controller->Trigger("ZYLCmdTestPlainCmd.Plain"));
-    QVERIFY(controller->Trigger("ZYLCmdTestDialogCmd.Dialog"));
-    QVERIFY(controller->Accept());
-    QPointer<ZYLCmdCommand> plainCommand = finished.at(0).at(0).value<ZYLCmdCommand *>();
-    QPointer<ZYLCmdCommand> dialogCommand = finished.at(1).at(0).value<ZYLCmdCommand *>();
-    QVERIFY(plainCommand && dialogCommand);
-
-    // Only the unregistered class's leftovers go at once.
-    dialog.reset();
-    QVERIFY(!dialogCommand);
-    QVERIFY(plainCommand);
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    QVERIFY(!plainCommand);
 }
 
 void tst_ZYLCmdController::standardButtonEnabling() {

@@ -8,25 +8,8 @@
 class tst_ZYLEditValueContext : public QObject {
     Q_OBJECT
 private slots:
-    void nests();
     void endsInAnyOrder();
 };
-
-void tst_ZYLEditValueContext::nests()
-{
-    QVERIFY(!ZYLEditValueContext::IsInEditContext());
-    {
-        const ZYLEditValueContext outer;
-        QVERIFY(ZYLEditValueContext::IsInEditContext());
-        {
-            const ZYLEditValueContext inner;
-            QVERIFY(ZYLEditValueContext::IsInEditContext());
-        }
-        // The inner context ending leaves the outer one in force.
-        QVERIFY(ZYLEditValueContext::IsInEditContext());
-    }
-    QVERIFY(!ZYLEditValueContext::IsInEditContext());
-}
 
 void tst_ZYLEditValueContext::endsInAnyOrder()
 {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-ZYL-Proprietary
 // The tool path edit graphics as the studio runs them: the session loads the module and the
 // graphics bridge, enters the edit environment of a small program, and the tests look at the
-// scene, trigger the view actions and undo and redo in the session's container.
+// nodes of the scene, their lookups and rebuilds, the machine and the surfaces.
 #include "ZYLEditTPGraphicsMgr.h"
 #include "ZYLTPEditUISettings.h"
 #include "ZYLTPTestProgram.h"
@@ -9,22 +9,14 @@
 #include "ZYLStudioSession.h"
 
 #include "ZYLTPBreakRange.h"
-#include "ZYLTPBreakRangeVisRep.h"
 #include "ZYLTPCourseLink.h"
 #include "ZYLTPCourseVisRep.h"
 #include "ZYLTPDemoGenerator.h"
-#include "ZYLTPLinkVisRep.h"
 #include "ZYLTPMachineHead.h"
-#include "ZYLTPOffPartPoint.h"
 #include "ZYLTPProcedureLink.h"
 #include "ZYLTPVisualizationOptions.h"
 #include "ZYLTPVisualizationSettings.h"
 
-#include "ZYLCmdAction.h"
-#include "ZYLCmdCommand.h"
-#include "ZYLCmdController.h"
-#include "ZYLFeatContainer.h"
-#include "ZYLFeatObject.h"
 #include "ZYLGeoAssembledCurveOnSurface.h"
 #include "ZYLGeoRef.h"
 #include "ZYLVisEnvironment.h"
@@ -128,29 +120,15 @@ private slots:
     void init();
     void cleanupTestCase();
 
-    void viewModesGiveOptions_data();
-    void viewModesGiveOptions();
-    void nodesFollowOptions_data();
-    void nodesFollowOptions();
     void lookupsGoBothWays();
     void rebuildingOneKindKeepsTheNodes();
     void addedLinkNodeComesAfterTheProcedureLinks();
-    void undoAndRedoRebuild();
     void globalOptionsChangeRebuildsOnlyShownNodes();
-    void headAndRollersParkAtApproachStart();
     void rollLayupProceduresAfterOtherKindsAreShown();
-    void rollersVisibility_data();
-    void rollersVisibility();
     void collisionPointsOfConfiguration();
     void viewSettingsShowToolsAndSurfaces_data();
     void viewSettingsShowToolsAndSurfaces();
-    void viewActionsStoreModeAndRebuild_data();
-    void viewActionsStoreModeAndRebuild();
-    void unknownModeOnlyRebuilds();
-    void togglesFollowCheckedState_data();
-    void togglesFollowCheckedState();
     void leavingTearsTheEnvironmentDown();
-    void environmentIsOwned();
     void demoPlyShowsSurfaceAndBoundaries();
 
 private:
@@ -211,124 +189,6 @@ ZYLVisVirtualObject *tst_ZYLEditTPGraphicsMgr::PlyBoundariesNode() const {
         found = object;
     }
     return found;
-}
-
-void tst_ZYLEditTPGraphicsMgr::viewModesGiveOptions_data() {
-    QTest::addColumn<QStringList>("modes"); // course, laying points, course links, linking points
-    QTest::addColumn<bool>("polyline");     // approach/retract, roll-in/out and laying trajectory
-    QTest::addColumn<int>("shortTows");
-    QTest::addColumn<bool>("tipPoints");
-    QTest::addColumn<bool>("linkingTrajectories");
-    QTest::addColumn<bool>("linkingPoints");
-    // -1: the global value stays.
-    QTest::addColumn<int>("layingVectors");
-    QTest::addColumn<int>("linkingVectors");
-    QTest::addColumn<int>("linkEndVectors");
-
-    QTest::newRow("defaults") << QStringList{"ViewCourse", "ViewLayingPointsWithToolAxis",
-                                             "ViewCourseLinksWithPointsOnly", "ViewLinkPointsOnly"}
-                              << false << 4 << false << false << true << 4 << -1 << 0;
-    QTest::newRow("hidden course keeps links with all axes")
-        << QStringList{"HideCourse", "ViewLayingPointsWithAllAxes", "ViewCourseLinksWithAllAxes",
-                       "ViewLinkingPointsWithAllAxes"}
-        << false << 0 << false << true << true << 7 << 7 << 7;
-    QTest::newRow("polyline without laying points")
-        << QStringList{"ViewCoursePolyline", "HideLayingPoints", "ViewCourseLinksWithRollerAxis",
-                       "HideLinkingPoints"}
-        << true << 0 << false << true << false << 0 << 0 << 4;
-    QTest::newRow("course and polyline, hidden links")
-        << QStringList{"ViewCourseAndPolyline", "ViewLayingPointsWithToolAndLayingAxes", "HideCourseLinks",
-                       "ViewLinkingPointsWithToolAndLayingAxes"}
-        << true << 4 << true << false << true << 5 << 5 << 0;
-    QTest::newRow("unknown modes count as shown")
-        << QStringList{"ViewCourseAndPolyline", "Sideways", "Sideways", "ViewLinkPointsWithToolAxis"}
-        << true << 4 << true << true << true << -1 << 4 << -1;
-}
-
-void tst_ZYLEditTPGraphicsMgr::viewModesGiveOptions() {
-    QFETCH(QStringList, modes);
-    QFETCH(bool, polyline);
-    QFETCH(int, shortTows);
-    QFETCH(bool, tipPoints);
-    QFETCH(bool, linkingTrajectories);
-    QFETCH(bool, linkingPoints);
-    QFETCH(int, layingVectors);
-    QFETCH(int, linkingVectors);
-    QFETCH(int, linkEndVectors);
-
-    // Global vectors that no view mode produces, so that a value kept from them shows.
-    ZYLTPVisualizationOptions global = GlobalOptions();
-    global.SetLayingVectorsToDisplay(ZYLTPVisualizationOptions::VectorsToDisplay(2));
-    global.SetLinkingVectorsToDisplay(ZYLTPVisualizationOptions::VectorsToDisplay(3));
-    global.SetLinkEndPointsVectorsToDisplay(ZYLTPVisualizationOptions::VectorsToDisplay(6));
-    ZYLTPVisualizationSettings::GetInstance()->SetVisualizationOptions(global);
-
-    SetModes(modes[0], modes[1], modes[2], modes[3]);
-    const ZYLTPVisualizationOptions options = m_manager->GetCurrentOptions();
-    QCOMPARE(options.IsApproachRetractEnabled(), polyline);
-    QCOMPARE(options.IsRollInOutEnabled(), polyline);
-    QCOMPARE(options.IsLayingTrajectoryEnabled(), polyline);
-    QCOMPARE(int(options.GetShortTowDisplay()), shortTows);
-    QCOMPARE(options.IsTipPointEnabled(), tipPoints);
-    QCOMPARE(options.GetLinkingTrajectoriesEnabled(), linkingTrajectories);
-    QCOMPARE(options.IsLinkingPointsEnabled(), linkingPoints);
-    QCOMPARE(int(options.GetLayingVectorsToDisplay()), layingVectors < 0 ? 2 : layingVectors);
-    QCOMPARE(int(options.GetLinkingVectorsToDisplay()), linkingVectors < 0 ? 3 : linkingVectors);
-    QCOMPARE(int(options.GetLinkEndPointsVectorsToDisplay()), linkEndVectors < 0 ? 6 : linkEndVectors);
-    // Options the modes do not touch come from the global ones.
-    QCOMPARE(options.IsCourseEnabled(), global.IsCourseEnabled());
-    QCOMPARE(options.IsBreakRangeEnabled(), global.IsBreakRangeEnabled());
-    if (modes[0] == QLatin1String("ViewCourseAndPolyline") || modes[0] == QLatin1String("ViewCourse"))
-        QCOMPARE(options.GetTowEdgeDisplay(), global.GetTowEdgeDisplay());
-    else
-        QCOMPARE(int(options.GetTowEdgeDisplay()), 0);
-    if (modes[0] == QLatin1String("HideCourse"))
-        QCOMPARE(int(options.GetTowHeadProfileDisplay()), 0);
-    else
-        QCOMPARE(options.GetTowHeadProfileDisplay(), global.GetTowHeadProfileDisplay());
-}
-
-void tst_ZYLEditTPGraphicsMgr::nodesFollowOptions_data() {
-    QTest::addColumn<bool>("courses");
-    QTest::addColumn<bool>("links");
-    QTest::addColumn<bool>("breakRanges");
-    QTest::newRow("all") << true << true << true;
-    QTest::newRow("courses only") << true << false << false;
-    QTest::newRow("links and break ranges") << false << true << true;
-    QTest::newRow("none") << false << false << false;
-}
-
-void tst_ZYLEditTPGraphicsMgr::nodesFollowOptions() {
-    QFETCH(bool, courses);
-    QFETCH(bool, links);
-    QFETCH(bool, breakRanges);
-    ZYLTPVisualizationOptions options = m_manager->GetCurrentOptions();
-    options.SetCourseEnabled(courses);
-    options.SetLinkingTrajectoriesEnabled(links);
-    options.SetBreakRangeEnabled(breakRanges);
-    m_manager->UpdateAllGraphics(options);
-
-    // Every link of the procedure, approach and retract included, gets a node.
-    const int numCourses = courses ? m_program->procedure->GetNumCourses() : 0;
-    const int numLinks = links ? m_program->procedure->GetNumLinks() : 0;
-    const int numRanges = breakRanges ? 1 : 0;
-    QCOMPARE(m_manager->GetToolPathVirtualNodes(Mgr::CourseNodes).size(), numCourses);
-    QCOMPARE(m_manager->GetToolPathVirtualNodes(Mgr::CourseLinkNodes).size(), numLinks);
-    QCOMPARE(m_manager->GetToolPathVirtualNodes(Mgr::BreakRangeNodes).size(), numRanges);
-    QCOMPARE(SceneNodesOf<ZYLTPCourseVisRep>(Scene()), m_manager->GetToolPathVirtualNodes(Mgr::CourseNodes));
-    QCOMPARE(SceneNodesOf<ZYLTPLinkVisRep>(Scene()), m_manager->GetToolPathVirtualNodes(Mgr::CourseLinkNodes));
-    QCOMPARE(SceneNodesOf<ZYLTPBreakRangeVisRep>(Scene()), m_manager->GetToolPathVirtualNodes(Mgr::BreakRangeNodes));
-    for (auto type : {Mgr::CourseNodes, Mgr::CourseLinkNodes, Mgr::BreakRangeNodes}) {
-        for (ZYLVisVirtualObject *node : m_manager->GetToolPathVirtualNodes(type))
-            QVERIFY(!node->IsSelectable());
-    }
-    // The course representations carry the index of their course.
-    const QList<ZYLVisVirtualObject *> courseNodes = m_manager->GetToolPathVirtualNodes(Mgr::CourseNodes);
-    for (int i = 0; i < courseNodes.size(); ++i) {
-        const auto *rep = qobject_cast<const ZYLTPCourseVisRep *>(courseNodes[i]->GetRep());
-        QCOMPARE(rep->GetCourseIndex(), i);
-        QCOMPARE(rep->GetCourse(), m_program->courses[i]);
-    }
 }
 
 void tst_ZYLEditTPGraphicsMgr::lookupsGoBothWays() {
@@ -405,24 +265,6 @@ void tst_ZYLEditTPGraphicsMgr::addedLinkNodeComesAfterTheProcedureLinks() {
     QVERIFY(guard.isNull());
 }
 
-void tst_ZYLEditTPGraphicsMgr::undoAndRedoRebuild() {
-    ZYLFeatContainer *container = m_session->GetContainer();
-    container->OpenTransaction(QStringLiteral("Add"));
-    container->AddFeature(new ZYLFeatObject(QStringLiteral("Marker")));
-    container->CommitTransaction();
-
-    // Undo rebuilds from the program even when nothing was shown.
-    m_manager->RemoveEditToolPathGraphics();
-    QVERIFY(Scene()->GetVirtualObjects().size() > 0); // head, rollers, surfaces and ply remain
-    container->Undo();
-    QCOMPARE(m_manager->GetToolPathVirtualNodes(Mgr::CourseNodes).size(), m_program->courses.size());
-
-    const auto shown = Guarded(m_manager->GetToolPathVirtualNodes(Mgr::CourseNodes));
-    container->Redo();
-    QCOMPARE(CountAlive(shown), 0);
-    QCOMPARE(m_manager->GetToolPathVirtualNodes(Mgr::CourseNodes).size(), m_program->courses.size());
-}
-
 void tst_ZYLEditTPGraphicsMgr::globalOptionsChangeRebuildsOnlyShownNodes() {
     const auto shown = Guarded(m_manager->GetToolPathVirtualNodes(Mgr::CourseNodes));
     ChangeGlobalOptions();
@@ -433,28 +275,6 @@ void tst_ZYLEditTPGraphicsMgr::globalOptionsChangeRebuildsOnlyShownNodes() {
     ChangeGlobalOptions();
     QVERIFY(m_manager->GetToolPathVirtualNodes(Mgr::CourseNodes).isEmpty());
     QVERIFY(SceneNodesOf<ZYLTPCourseVisRep>(Scene()).isEmpty());
-}
-
-void tst_ZYLEditTPGraphicsMgr::headAndRollersParkAtApproachStart() {
-    const ZYLTPPoint *start = m_manager->GetApproachLinkStartPoint();
-    QVERIFY(start);
-    QCOMPARE(start, m_program->procedure->GetApproachLink()->GetPoint(0));
-    const ZYLMathAxis frame = start->GetAxis(true);
-
-    ZYLVisVirtualObject *head = m_manager->GetMachineHeadVirtualNode();
-    QVERIFY(head);
-    QCOMPARE(head->GetPosition(), frame);
-    const auto rollers = m_manager->GetRollersVirtualNodes();
-    QCOMPARE(rollers.size(), 2);
-    QCOMPARE(rollers[0].first, m_program->roller0->GetId());
-    QCOMPARE(rollers[1].first, m_program->roller1->GetId());
-    for (const auto &roller : rollers)
-        QCOMPARE(roller.second->GetPosition(), frame);
-
-    const QList<const ZYLTPCourseLink *> ends = m_manager->GetStartEndLinks();
-    QCOMPARE(ends.size(), 2);
-    QCOMPARE(ends[0], m_program->procedure->GetApproachLink());
-    QCOMPARE(ends[1], m_program->procedure->GetRetractLink());
 }
 
 void tst_ZYLEditTPGraphicsMgr::rollLayupProceduresAfterOtherKindsAreShown() {
@@ -484,30 +304,6 @@ void tst_ZYLEditTPGraphicsMgr::rollLayupProceduresAfterOtherKindsAreShown() {
     m_manager->SetToolPathProgram(m_program->program.get());
     m_manager->UpdateAllGraphics(m_manager->GetCurrentOptions());
     QCOMPARE(other->GetReferenceCount(), 1);
-}
-
-void tst_ZYLEditTPGraphicsMgr::rollersVisibility_data() {
-    QTest::addColumn<bool>("visible");
-    QTest::addColumn<int>("rollerId");
-    QTest::addColumn<QList<bool>>("expected");
-    QTest::newRow("first shown") << true << 0 << QList<bool>{true, false};
-    QTest::newRow("second shown") << true << 1 << QList<bool>{false, true};
-    QTest::newRow("unknown id hides all") << true << 7 << QList<bool>{false, false};
-    QTest::newRow("hidden") << false << 1 << QList<bool>{false, false};
-}
-
-void tst_ZYLEditTPGraphicsMgr::rollersVisibility() {
-    QFETCH(bool, visible);
-    QFETCH(int, rollerId);
-    QFETCH(QList<bool>, expected);
-    // Start from the opposite of what is expected, so that each row shows a change.
-    for (const auto &roller : m_manager->GetRollersVirtualNodes())
-        roller.second->SetVisibility(true);
-    m_manager->SetRollersVisibility(visible, rollerId);
-    const auto rollers = m_manager->GetRollersVirtualNodes();
-    QCOMPARE(rollers.size(), expected.size());
-    for (int i = 0; i < rollers.size(); ++i)
-        QCOMPARE(rollers[i].second->IsVisible(), expected[i]);
 }
 
 void tst_ZYLEditTPGraphicsMgr::collisionPointsOfConfiguration() {
@@ -543,10 +339,7 @@ void tst_ZYLEditTPGraphicsMgr::viewSettingsShowToolsAndSurfaces_data() {
     QTest::addColumn<bool>("plyBoundary");
     QTest::addColumn<bool>("head");
     QTest::addColumn<bool>("roller");
-    QTest::newRow("nothing") << false << false << false << false;
     QTest::newRow("everything") << true << true << true << true;
-    QTest::newRow("surface and roller") << true << false << false << true;
-    QTest::newRow("ply boundary and head") << false << true << true << false;
 }
 
 void tst_ZYLEditTPGraphicsMgr::viewSettingsShowToolsAndSurfaces() {
@@ -584,113 +377,6 @@ void tst_ZYLEditTPGraphicsMgr::viewSettingsShowToolsAndSurfaces() {
     m_session->LeaveEditEnvironment();
 }
 
-void tst_ZYLEditTPGraphicsMgr::viewActionsStoreModeAndRebuild_data() {
-    QTest::addColumn<QString>("mode");
-    QTest::addColumn<QByteArray>("setting");
-    const QList<std::pair<QByteArray, QStringList>> groups{
-        {"viewCourseMode", {"ViewCourse", "ViewCoursePolyline", "ViewCourseAndPolyline", "HideCourse"}},
-        {"viewLayingPointsMode",
-         {"ViewLayingPointsWithToolAxis", "ViewLayingPointsWithToolAndLayingAxes", "ViewLayingPointsWithAllAxes",
-          "HideLayingPoints"}},
-        {"viewCourseLinksMode",
-         {"ViewCourseLinksWithPointsOnly", "ViewCourseLinksWithRollerAxis", "ViewCourseLinksWithAllAxes",
-          "HideCourseLinks"}},
-        {"viewLinkPointsMode",
-         {"ViewLinkPointsOnly", "ViewLinkPointsWithToolAxis", "ViewLinkingPointsWithToolAndLayingAxes",
-          "ViewLinkingPointsWithAllAxes", "HideLinkingPoints"}},
-    };
-    for (const auto &[setting, modes] : groups) {
-        for (const QString &mode : modes)
-            QTest::newRow(qPrintable(mode)) << mode << setting;
-    }
-}
-
-void tst_ZYLEditTPGraphicsMgr::viewActionsStoreModeAndRebuild() {
-    QFETCH(QString, mode);
-    QFETCH(QByteArray, setting);
-    ZYLTPEditUISettings *settings = ZYLTPEditUISettings::GetInstance();
-    // Another value first, so that the stored mode can only come from the action.
-    settings->setProperty(setting.constData(), QStringLiteral("Sideways"));
-    const auto shown = Guarded(m_manager->GetToolPathVirtualNodes(Mgr::CourseNodes));
-    QVERIFY(!shown.isEmpty());
-
-    QVERIFY(ZYLCmdController::GetController()->Trigger(QByteArrayLiteral("ZYLToolPathViewCmd.") + mode.toLatin1()));
-    QCOMPARE(settings->property(setting.constData()).toString(), mode);
-    QCOMPARE(CountAlive(shown), 0);
-    QCOMPARE(m_manager->GetToolPathVirtualNodes(Mgr::CourseNodes).size(), shown.size());
-    // Links are drawn exactly when the new modes enable linking trajectories.
-    QCOMPARE(m_manager->GetToolPathVirtualNodes(Mgr::CourseLinkNodes).isEmpty(),
-             !m_manager->GetCurrentOptions().GetLinkingTrajectoriesEnabled());
-}
-
-void tst_ZYLEditTPGraphicsMgr::unknownModeOnlyRebuilds() {
-    // No action carries such a mode, so the command is made as the controller makes it and
-    // given the mode by hand.
-    const QMetaObject *commandClass = ZYLCmdController::GetController()->GetRegisteredCommand("ZYLToolPathViewCmd");
-    QVERIFY(commandClass);
-    std::unique_ptr<QObject> object(commandClass->newInstance(Q_ARG(QObject *, nullptr)));
-    auto *command = qobject_cast<ZYLCmdCommand *>(object.get());
-    QVERIFY(command);
-    command->setProperty("mode", QStringLiteral("ViewEverything"));
-    ZYLTPEditUISettings *settings = ZYLTPEditUISettings::GetInstance();
-    const QStringList modes{settings->GetViewCourseMode(), settings->GetViewLayingPointsMode(),
-                            settings->GetViewCourseLinksMode(), settings->GetViewLinkPointsMode()};
-    const auto shown = Guarded(m_manager->GetToolPathVirtualNodes(Mgr::CourseNodes));
-
-    command->GainFocus();
-    QCOMPARE(CountAlive(shown), 0);
-    QCOMPARE(m_manager->GetToolPathVirtualNodes(Mgr::CourseNodes).size(), shown.size());
-    QCOMPARE((QStringList{settings->GetViewCourseMode(), settings->GetViewLayingPointsMode(),
-                          settings->GetViewCourseLinksMode(), settings->GetViewLinkPointsMode()}),
-             modes);
-}
-
-void tst_ZYLEditTPGraphicsMgr::togglesFollowCheckedState_data() {
-    QTest::addColumn<QString>("mode");
-    QTest::addColumn<QByteArray>("setting");
-    QTest::addColumn<bool>("checked");
-    for (const auto &[mode, setting] : QList<std::pair<QString, QByteArray>>{{"ViewSurface", "viewSurface"},
-                                                                            {"ViewPlyBoundary", "viewPlyBoundary"},
-                                                                            {"ViewHead", "viewMachineHead"},
-                                                                            {"ViewRoller", "viewRoller"}}) {
-        for (bool checked : {true, false})
-            QTest::addRow("%s %s", qPrintable(mode), checked ? "on" : "off") << mode << setting << checked;
-    }
-}
-
-void tst_ZYLEditTPGraphicsMgr::togglesFollowCheckedState() {
-    QFETCH(QString, mode);
-    QFETCH(QByteArray, setting);
-    QFETCH(bool, checked);
-    ZYLTPEditUISettings *settings = ZYLTPEditUISettings::GetInstance();
-    settings->setProperty(setting.constData(), !checked);
-    m_manager->UpdateUISettingGraphics();
-    QAction *action =
-        ZYLCmdController::GetController()->GetAction(QByteArrayLiteral("ZYLToolPathViewCmd.") + mode.toLatin1());
-    QVERIFY(action);
-    action->setCheckable(true);
-    // Triggering a checkable action toggles it, so it starts from the other state.
-    action->setChecked(!checked);
-    action->trigger();
-    QCOMPARE(action->isChecked(), checked);
-
-    QCOMPARE(settings->property(setting.constData()).toBool(), checked);
-    ZYLVisVirtualObject *node = nullptr;
-    if (mode == QLatin1String("ViewSurface"))
-        node = SurfacesNode();
-    else if (mode == QLatin1String("ViewPlyBoundary"))
-        node = PlyBoundariesNode();
-    else if (mode == QLatin1String("ViewHead"))
-        node = m_manager->GetMachineHeadVirtualNode();
-    else
-        node = m_manager->GetRollersVirtualNodes().first().second;
-    QVERIFY(node);
-    QCOMPARE(node->IsVisible(), checked);
-    if (mode == QLatin1String("ViewRoller"))
-        QVERIFY(!m_manager->GetRollersVirtualNodes().last().second->IsVisible());
-    action->setCheckable(false);
-}
-
 void tst_ZYLEditTPGraphicsMgr::leavingTearsTheEnvironmentDown() {
     QPointer<ZYLVisEnvironment> scene = Scene();
     QPointer<ZYLVisVirtualObject> head = m_manager->GetMachineHeadVirtualNode();
@@ -712,20 +398,6 @@ void tst_ZYLEditTPGraphicsMgr::leavingTearsTheEnvironmentDown() {
     QVERIFY(points.isEmpty());
     QCOMPARE(m_manager->GetStartEndLinks().size(), 0);
     QCOMPARE(m_manager->GetApproachLinkStartPoint(), nullptr);
-}
-
-void tst_ZYLEditTPGraphicsMgr::environmentIsOwned() {
-    m_session->LeaveEditEnvironment();
-    QPointer<ZYLVisEnvironment> first = new ZYLVisEnvironment;
-    QPointer<ZYLVisEnvironment> second = new ZYLVisEnvironment;
-    m_manager->SetEditToolPathVisEnvironment(first);
-    m_manager->SetEditToolPathVisEnvironment(first);
-    QVERIFY(first);
-    m_manager->SetEditToolPathVisEnvironment(second);
-    QVERIFY(first.isNull());
-    QCOMPARE(m_manager->GetEditToolPathVisEnvironment(), second.data());
-    m_manager->SetEditToolPathVisEnvironment(nullptr);
-    QVERIFY(second.isNull());
 }
 
 void tst_ZYLEditTPGraphicsMgr::demoPlyShowsSurfaceAndBoundaries() {

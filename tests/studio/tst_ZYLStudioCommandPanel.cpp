@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: LicenseRef-ZYL-Proprietary
-// The command panel: the dialog frame of a running command in the dock, OK as the command
-// sets it, showing and hiding with the run, and cancelling with and without edits.
+// The command panel: cancelling a command with and without edits.
 #include "ZYLStudioCommandPanel.h"
 
 #include "ZYLCmdActionPublisher.h"
@@ -17,7 +16,6 @@
 #include <QCheckBox>
 #include <QMainWindow>
 #include <QMessageBox>
-#include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
@@ -44,13 +42,6 @@ public:
     }
 };
 
-// A command without a panel, accepted as soon as it started.
-class QuickCmd : public ZYLCmdCommand {
-    Q_OBJECT
-public:
-    Q_INVOKABLE explicit QuickCmd(QObject *parent) : ZYLCmdCommand(parent, CancelWhenInterrupted, OwnTransaction) {}
-};
-
 } // namespace
 
 class tst_ZYLStudioCommandPanel : public QObject {
@@ -60,11 +51,8 @@ private slots:
     void init();
     void cleanup();
 
-    void frameAndOkFollowTheRun();
-    void commandWithoutPanelLeavesTheDockHidden();
     void cancel_data();
     void cancel();
-    void destroyedDockGivesTheFrameBack();
 
 private:
     void StartShapeEdit() { QVERIFY(ZYLCmdController::GetController()->Trigger("ShapeEditCmd.Edit")); }
@@ -72,8 +60,7 @@ private:
     void AddEdit() { m_container->AddFeature(new ZYLFeatObject(QStringLiteral("Ply"))); }
 
     std::unique_ptr<ZYLCmdCommandPublisher<ShapeEditCmd>> m_shapeClass;
-    std::unique_ptr<ZYLCmdCommandPublisher<QuickCmd>> m_quickClass;
-    std::unique_ptr<ZYLCmdActionPublisher> m_shapeAction, m_quickAction;
+    std::unique_ptr<ZYLCmdActionPublisher> m_shapeAction;
     std::unique_ptr<ZYLFeatContainer> m_container;
     std::unique_ptr<ZYLFeatEnvironment> m_environment;
     std::unique_ptr<QMainWindow> m_window;
@@ -84,11 +71,8 @@ private:
 
 void tst_ZYLStudioCommandPanel::initTestCase() {
     m_shapeClass = std::make_unique<ZYLCmdCommandPublisher<ShapeEditCmd>>();
-    m_quickClass = std::make_unique<ZYLCmdCommandPublisher<QuickCmd>>();
     const QHash<QString, QVariant> none;
     m_shapeAction = std::make_unique<ZYLCmdActionPublisher>("Edit", "ShapeEditCmd", QString(), QStringLiteral("Shape"),
-                                                            QString(), nullptr, ZYLCmdAction::AnySelection, none);
-    m_quickAction = std::make_unique<ZYLCmdActionPublisher>("Run", "QuickCmd", QString(), QStringLiteral("Quick"),
                                                             QString(), nullptr, ZYLCmdAction::AnySelection, none);
     m_answer.setInterval(10);
 }
@@ -112,53 +96,12 @@ void tst_ZYLStudioCommandPanel::cleanup() {
     m_container.reset();
 }
 
-void tst_ZYLStudioCommandPanel::frameAndOkFollowTheRun() {
-    QSignalSpy running(m_panel, &ZYLStudioCommandPanel::CommandRunningChanged);
-    QVERIFY(!m_panel->isVisible());
-    StartShapeEdit();
-    QVERIFY(m_panel->isVisible());
-    QVERIFY(m_panel->IsCommandRunning());
-    QCOMPARE(m_panel->windowTitle(), QStringLiteral("Shape edit"));
-    // Message boxes of commands are parented to the handler's widget, which is in the dock.
-    QVERIFY(m_panel->isAncestorOf(ZYLCmdController::GetController()->GetDialogHandler()->GetWidget()));
-    auto *valid = m_panel->findChild<QCheckBox *>(QStringLiteral("validBox"));
-    QVERIFY(valid && valid->isVisible());
-
-    QPushButton *ok = m_panel->findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Ok);
-    QVERIFY(ok && !ok->isEnabled());
-    valid->setChecked(true);
-    QVERIFY(ok->isEnabled());
-    valid->setChecked(false);
-    QVERIFY(!ok->isEnabled());
-    valid->setChecked(true);
-    AddEdit();
-    ok->click();
-    QVERIFY(!m_panel->isVisible());
-    QVERIFY(!m_panel->IsCommandRunning());
-    QCOMPARE(running.size(), 2);
-    QCOMPARE(running.at(1).at(0).toBool(), false);
-    // Accepted: the edit is an undo step named after the command.
-    QCOMPARE(m_container->GetUndoName(), QStringLiteral("Shape edit"));
-}
-
-void tst_ZYLStudioCommandPanel::commandWithoutPanelLeavesTheDockHidden() {
-    QVERIFY(m_panel->CancelRunningCommand(m_window.get()));
-    QSignalSpy running(m_panel, &ZYLStudioCommandPanel::CommandRunningChanged);
-    QSignalSpy visibility(m_panel, &QDockWidget::visibilityChanged);
-    QVERIFY(ZYLCmdController::GetController()->Trigger("QuickCmd.Run"));
-    QCOMPARE(running.size(), 2);
-    QVERIFY(!m_panel->IsCommandRunning());
-    QCOMPARE(visibility.size(), 0);
-}
-
 void tst_ZYLStudioCommandPanel::cancel_data() {
     QTest::addColumn<bool>("byClosing");
     QTest::addColumn<bool>("edit");
     QTest::addColumn<int>("answer");
     QTest::addColumn<bool>("cancelled");
-    QTest::newRow("no edits: not asked") << false << false << int(QMessageBox::No) << true;
     QTest::newRow("edits discarded") << false << true << int(QMessageBox::Yes) << true;
-    QTest::newRow("edits kept") << false << true << int(QMessageBox::No) << false;
     QTest::newRow("dock closed, no edits") << true << false << int(QMessageBox::No) << true;
     QTest::newRow("dock closed, edits kept") << true << true << int(QMessageBox::No) << false;
 }
@@ -191,18 +134,6 @@ void tst_ZYLStudioCommandPanel::cancel() {
     QCOMPARE(m_panel->isVisible(), !cancelled);
     // Cancelling rolls the edit back; keeping leaves it in the open transaction.
     QCOMPARE(m_container->GetFeatures().size(), edit && !cancelled ? 1 : 0);
-}
-
-void tst_ZYLStudioCommandPanel::destroyedDockGivesTheFrameBack() {
-    QPointer<QWidget> frame = ZYLCmdController::GetController()->GetDialogHandler()->GetWidget();
-    delete m_panel;
-    QVERIFY(frame && !frame->parentWidget());
-    // A new dock takes it and the next command runs in it.
-    m_panel = new ZYLStudioCommandPanel(m_window.get());
-    m_window->addDockWidget(Qt::LeftDockWidgetArea, m_panel);
-    StartShapeEdit();
-    QVERIFY(m_panel->isVisible());
-    QVERIFY(m_panel->isAncestorOf(frame));
 }
 
 QTEST_MAIN(tst_ZYLStudioCommandPanel)

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: LicenseRef-ZYL-Proprietary
 // The tool bars on the module's own actions, with the module loaded at run time by the
-// session as the studio loads it: grouping and order, view modes and toggles in step with
-// the module's view settings, a menu section, unloading and reloading.
+// session as the studio loads it: unloading removes them and loading brings them back.
 #include "ZYLStudioToolBars.h"
 
 #include "ZYLStudioSession.h"
@@ -10,7 +9,6 @@
 #include "ZYLCmdController.h"
 #include "ZYLSysSettings.h"
 
-#include <QActionGroup>
 #include <QLibrary>
 #include <QMainWindow>
 #include <QMenu>
@@ -79,11 +77,6 @@ private slots:
     void init();
     void cleanup();
 
-    void actionsInPublicationOrderAndGroups();
-    void viewModeGroupFollowsSettings_data();
-    void viewModeGroupFollowsSettings();
-    void toggleFollowsSettings_data();
-    void toggleFollowsSettings();
     void unloadingRemovesAndLoadingBringsBack();
 
 private:
@@ -107,97 +100,6 @@ void tst_ZYLStudioToolBars::init() {
 void tst_ZYLStudioToolBars::cleanup() {
     m_window.reset();
     m_session.reset();
-}
-
-void tst_ZYLStudioToolBars::actionsInPublicationOrderAndGroups() {
-    const QList<QToolBar *> toolBars = m_bars->GetToolBars();
-    QCOMPARE(toolBars.size(), 3);
-    QCOMPARE(Keys(toolBars[0]->actions()),
-             QByteArrayList({"ZYLTPEditCourseCmd.Edit", "ZYLTPEditCourseLayingPointsCmd.Edit",
-                             "ZYLTPEditLinkingPointsCmd.Edit", "ZYLTPEditLinksCmd.Edit"}));
-    QCOMPARE(Keys(toolBars[1]->actions()), QByteArrayList({"ZYLTPCollisionInspectorCmd.View",
-                                                           "ZYLTPContextualViewCmd.View", "ZYLTPDetailedInfoCmd.View"}));
-    QCOMPARE(Keys(toolBars[2]->actions()), ViewSection);
-    for (QToolBar *toolBar : toolBars)
-        QCOMPARE(toolBar->parent(), m_window.get());
-    for (QAction *action : toolBars[0]->actions() + toolBars[1]->actions())
-        QVERIFY(!action->isCheckable());
-    // Separators part the view groups; the published look is kept.
-    QVERIFY(toolBars[2]->actions().at(CourseModes.size())->isSeparator());
-    QCOMPARE(Action("ViewSurface")->toolTip(), QStringLiteral("Show/Hide surface"));
-    QVERIFY(!Action("ViewSurface")->icon().isNull());
-}
-
-void tst_ZYLStudioToolBars::viewModeGroupFollowsSettings_data() {
-    QTest::addColumn<QStringList>("modes");
-    QTest::addColumn<QByteArray>("key");
-    QTest::newRow("courses") << CourseModes << QByteArray("viewCourseMode");
-    QTest::newRow("laying points") << LayingPointModes << QByteArray("viewLayingPointsMode");
-    QTest::newRow("course links") << LinkModes << QByteArray("viewCourseLinksMode");
-    QTest::newRow("linking points") << LinkingPointModes << QByteArray("viewLinkPointsMode");
-}
-
-void tst_ZYLStudioToolBars::viewModeGroupFollowsSettings() {
-    QFETCH(QStringList, modes);
-    QFETCH(QByteArray, key);
-    QActionGroup *group = Action(modes.first())->actionGroup();
-    QVERIFY(group);
-    QCOMPARE(group->exclusionPolicy(), QActionGroup::ExclusionPolicy::Exclusive);
-    QCOMPARE(Keys(group->actions()), ViewKeys(modes));
-    auto checked = [group] {
-        QList<QAction *> actions = group->actions();
-        actions.removeIf([](const QAction *action) { return !action->isChecked(); });
-        return Keys(actions);
-    };
-    const QString defaultMode = m_settings->property(key).toString();
-    QCOMPARE(checked(), ViewKeys({defaultMode}));
-
-    for (const QString &mode : modes) {
-        QVERIFY(m_settings->setProperty(key, mode));
-        QCOMPARE(checked(), ViewKeys({mode}));
-    }
-    QVERIFY(m_settings->setProperty(key, QStringLiteral("NoSuchMode")));
-    QCOMPARE(checked(), QByteArrayList());
-    m_settings->RevertToDefaults();
-    QCOMPARE(checked(), ViewKeys({defaultMode}));
-
-    // Triggered by the user: the command stores the mode, the group shows it, also twice.
-    for (int time = 0; time < 2; ++time) {
-        Action(modes.last())->trigger();
-        QCOMPARE(m_settings->property(key).toString(), modes.last());
-        QCOMPARE(checked(), ViewKeys({modes.last()}));
-    }
-}
-
-void tst_ZYLStudioToolBars::toggleFollowsSettings_data() {
-    QTest::addColumn<QString>("mode");
-    QTest::addColumn<QByteArray>("key");
-    QTest::newRow("surface") << QStringLiteral("ViewSurface") << QByteArray("viewSurface");
-    QTest::newRow("ply boundary") << QStringLiteral("ViewPlyBoundary") << QByteArray("viewPlyBoundary");
-    QTest::newRow("machine head") << QStringLiteral("ViewHead") << QByteArray("viewMachineHead");
-    QTest::newRow("roller") << QStringLiteral("ViewRoller") << QByteArray("viewRoller");
-}
-
-void tst_ZYLStudioToolBars::toggleFollowsSettings() {
-    QFETCH(QString, mode);
-    QFETCH(QByteArray, key);
-    QAction *toggle = Action(mode);
-    QVERIFY(toggle->isCheckable() && !toggle->actionGroup());
-    QVERIFY(m_settings->setProperty(key, true));
-    for (const QString &other : Toggles)
-        QCOMPARE(Action(other)->isChecked(), other == mode);
-    QVERIFY(m_settings->setProperty(key, false));
-    QVERIFY(!toggle->isChecked());
-
-    // The command stores the state the trigger gave the action.
-    for (bool expected : {true, false}) {
-        toggle->trigger();
-        QCOMPARE(toggle->isChecked(), expected);
-        QCOMPARE(m_settings->property(key).toBool(), expected);
-    }
-    QVERIFY(m_settings->setProperty(key, true));
-    m_settings->RevertToDefaults();
-    QCOMPARE(toggle->isChecked(), m_settings->property(key).toBool());
 }
 
 void tst_ZYLStudioToolBars::unloadingRemovesAndLoadingBringsBack() {

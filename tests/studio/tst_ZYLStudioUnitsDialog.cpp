@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: LicenseRef-ZYL-Proprietary
-// The units dialog: OK persists the chosen units, Cancel changes nothing, "Restore defaults"
-// puts the defaults back for OK to apply.
+// The units dialog: "Restore defaults" puts the defaults back for OK to apply.
 #include "ZYLStudioUnitsDialog.h"
 
 #include "ZYLSysSettings.h"
@@ -9,7 +8,6 @@
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QPushButton>
-#include <QSignalSpy>
 #include <QTest>
 
 namespace {
@@ -32,12 +30,6 @@ Unit Shown(const QDialog &dialog, Magnitude magnitude) {
     return Unit(Combo(dialog, magnitude)->currentData().toInt());
 }
 
-void Choose(const QDialog &dialog, Magnitude magnitude, Unit unit) {
-    QComboBox *combo = Combo(dialog, magnitude);
-    combo->setCurrentIndex(combo->findData(int(unit)));
-    QCOMPARE(Shown(dialog, magnitude), unit);
-}
-
 void Press(const QDialog &dialog, QDialogButtonBox::StandardButton button) {
     dialog.findChild<QDialogButtonBox *>()->button(button)->click();
 }
@@ -52,59 +44,8 @@ class tst_ZYLStudioUnitsDialog : public QObject {
 private slots:
     void init() { ZYLSysUnits::GetInstance()->RevertToDefaults(); }
 
-    void okPersists_data();
-    void okPersists();
-    void cancelChangesNothing();
     void restoreDefaults();
 };
-
-void tst_ZYLStudioUnitsDialog::okPersists_data() {
-    QTest::addColumn<int>("magnitude");
-    QTest::addColumn<int>("unit");
-    QTest::addColumn<QByteArray>("key");
-    QTest::addColumn<QString>("code");
-    QTest::newRow("length") << int(ZYLSysValue::Length) << int(ZYLSysValue::Inch) << QByteArray("lengthUnit")
-                            << QStringLiteral("in");
-    QTest::newRow("force") << int(ZYLSysValue::Force) << int(ZYLSysValue::PoundForce) << QByteArray("forceUnit")
-                           << QStringLiteral("lbf");
-    QTest::newRow("feed rate") << int(ZYLSysValue::FeedRate) << int(ZYLSysValue::InchPerMinute)
-                               << QByteArray("feedRateUnit") << QStringLiteral("in/min");
-    QTest::newRow("angle") << int(ZYLSysValue::Angle) << int(ZYLSysValue::Radian) << QByteArray("angleUnit")
-                           << QStringLiteral("rad");
-}
-
-void tst_ZYLStudioUnitsDialog::okPersists() {
-    QFETCH(int, magnitude);
-    QFETCH(int, unit);
-    QFETCH(QByteArray, key);
-    QFETCH(QString, code);
-    QSignalSpy changed(ZYLSysUnits::GetInstance(), &ZYLSysUnits::CurrentUnitChanged);
-    ZYLStudioUnitsDialog dialog;
-    Choose(dialog, Magnitude(magnitude), Unit(unit));
-    QCOMPARE(changed.size(), 0);
-    Press(dialog, QDialogButtonBox::Ok);
-
-    QCOMPARE(dialog.result(), int(QDialog::Accepted));
-    QCOMPARE(changed.size(), 1);
-    QCOMPARE(changed.at(0).at(0).toInt(), magnitude);
-    for (Magnitude quantity : Quantities) {
-        const Unit expected = quantity == magnitude ? Unit(unit) : ZYLSysUnits::GetDefaultUnit(quantity);
-        QCOMPARE(ZYLSysValue::GetMagnitudeCurrentUnit(quantity), expected);
-    }
-    QCOMPARE(UnitsReader().GetValue(key).toString(), code);
-}
-
-void tst_ZYLStudioUnitsDialog::cancelChangesNothing() {
-    QSignalSpy changed(ZYLSysUnits::GetInstance(), &ZYLSysUnits::CurrentUnitChanged);
-    ZYLStudioUnitsDialog dialog;
-    Choose(dialog, ZYLSysValue::Length, ZYLSysValue::Inch);
-    Choose(dialog, ZYLSysValue::Angle, ZYLSysValue::Radian);
-    Press(dialog, QDialogButtonBox::Cancel);
-    QCOMPARE(dialog.result(), int(QDialog::Rejected));
-    QCOMPARE(changed.size(), 0);
-    QCOMPARE(ZYLSysValue::GetMagnitudeCurrentUnit(ZYLSysValue::Length), ZYLSysValue::Millimeter);
-    QVERIFY(!UnitsReader().GetValue("lengthUnit").isValid());
-}
 
 void tst_ZYLStudioUnitsDialog::restoreDefaults() {
     ZYLSysUnits *units = ZYLSysUnits::GetInstance();

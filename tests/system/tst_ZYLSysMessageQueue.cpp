@@ -16,7 +16,6 @@ private slots:
         QTest::addColumn<QtMsgType>("level");
         QTest::newRow("information") << 0 << QtInfoMsg;
         QTest::newRow("warning") << 1 << QtWarningMsg;
-        QTest::newRow("error") << 2 << QtCriticalMsg;
         QTest::newRow("unknown type") << 7 << QtCriticalMsg;
     }
 
@@ -27,26 +26,6 @@ private slots:
         QVERIFY(!ZYLSysMessageQueue::IsAnyOpen());
         QTest::ignoreMessage(level, "Tow 3 is too short");
         ZYLSysMessageQueue::Post(QStringLiteral("Tow 3 is too short"), type);
-    }
-
-    void hasErrors_data()
-    {
-        QTest::addColumn<QList<int>>("types");
-        QTest::addColumn<bool>("errors");
-        QTest::newRow("none") << QList<int>{} << false;
-        QTest::newRow("information and warning") << QList<int>{0, 1, 1} << false;
-        QTest::newRow("error last") << QList<int>{0, 1, 2} << true;
-        QTest::newRow("unknown type") << QList<int>{5} << false;
-    }
-
-    void hasErrors()
-    {
-        QFETCH(QList<int>, types);
-        QFETCH(bool, errors);
-        ZYLSysMessageQueue queue;
-        for (int type : types)
-            ZYLSysMessageQueue::Post(QStringLiteral("message"), type);
-        QCOMPARE(queue.HasErrors(), errors);
     }
 
     // Messages go to the innermost open queue, in posting order.
@@ -67,25 +46,6 @@ private slots:
         QVERIFY(outer.GetMessages().isEmpty());
     }
 
-    void queuesClosedOutOfOrder()
-    {
-        auto outer = std::make_unique<ZYLSysMessageQueue>();
-        auto inner = std::make_unique<ZYLSysMessageQueue>();
-        outer.reset();
-        ZYLSysMessageQueue::Post(QStringLiteral("kept"), 0);
-        QCOMPARE(inner->GetMessages(), (Messages{{"kept", 0}}));
-        inner.reset();
-        QVERIFY(!ZYLSysMessageQueue::IsAnyOpen());
-    }
-
-    void otherThreadsDoNotPostIntoTheQueue()
-    {
-        ZYLSysMessageQueue queue;
-        QTest::ignoreMessage(QtWarningMsg, "from worker");
-        std::thread worker([] { ZYLSysMessageQueue::Post(QStringLiteral("from worker"), 1); });
-        worker.join();
-        QVERIFY(queue.GetMessages().isEmpty());
-    }
 };
 
 QTEST_GUILESS_MAIN(tst_ZYLSysMessageQueue)

@@ -65,20 +65,6 @@ private slots:
         QVERIFY(!ZYLSysRegisterInit(std::function<void()>()));
     }
 
-    void lateRegistrationRunsAtOnce()
-    {
-        // As a module loaded after start-up does it: the flag takes the result of the call.
-        bool loaded = false;
-        loaded = ZYLSysRegisterInit([&] { loaded = true; });
-        QVERIFY(loaded);
-
-        int runs = 0;
-        QVERIFY(ZYLSysRegisterInit([&] { ++runs; }));
-        QCOMPARE(runs, 1);
-
-        QTest::ignoreMessage(QtWarningMsg, QRegularExpression("failed: late"));
-        QVERIFY(ZYLSysRegisterInit([] { throw std::runtime_error("late"); }));
-    }
 };
 
 QTEST_GUILESS_MAIN(tst_ZYLSysRegisterInit)

@@ -26,36 +26,3 @@ inline ZYLGeoRef<ZYLGeoPlane> ZYLTPTestPlate()
 {
     return ZYLGeoPlane::Create(ZYLMathAxis(), {-100.0, 300.0, -60.0, 60.0});
 }
-
-/// (forward, side) tilt of every point of the course.
-inline QList<QPair<double, double>> ZYLTPTilts(const ZYLTPCourse *course)
-{
-    QList<QPair<double, double>> tilts;
-    for (int i = 0; i < course->GetNumPoints(); ++i) {
-        const ZYLTPOnPartTrajectory *t = course->GetPoint(i)->GetOnPartTrajectory();
-        tilts.append({t->GetForwardTilt(), t->GetSideTilt()});
-    }
-    return tilts;
-}
-
-/// Indexes of the points of the course that collide.
-inline QList<int> ZYLTPCollidingPoints(const ZYLTPCourse *course, const ZYLGeoSurface *surface, bool direction,
-                                       double tolerance, const ZYLTPSpheres &spheres)
-{
-    QList<int> colliding;
-    for (int i = 0; i < course->GetNumPoints(); ++i) {
-        if (course->GetPoint(i)->DetectCollision(surface, direction, tolerance, spheres))
-            colliding.append(i);
-    }
-    return colliding;
-}
-
-inline ZYLTPSpheres ZYLTPCourseSpheres(const ZYLTPCourse *course)
-{
-    const ZYLTPMachineConfiguration &configuration = course->GetMachineConfiguration();
-    ZYLTPSpheres spheres;
-    if (configuration.GetHead())
-        spheres += configuration.GetHead()->GetCollisionPoints();
-    spheres += configuration.GetTool()->GetCollisionPoints();
-    return spheres;
-}

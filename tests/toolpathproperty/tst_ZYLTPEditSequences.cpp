@@ -5,7 +5,6 @@
 // the end, and every refused edit leaves the program as it was.
 #include "ZYLTPApproachTrajectory.h"
 #include "ZYLTPCourse.h"
-#include "ZYLTPBreakRange.h"
 #include "ZYLTPCourseLink.h"
 #include "ZYLTPCustomCourseLink.h"
 #include "ZYLTPDemoGenerator.h"
@@ -19,7 +18,6 @@
 #include "ZYLTPTowCourse.h"
 #include "ZYLTPTool.h"
 #include "ZYLTPTowPoint.h"
-#include "ZYLTPTrajectory.h"
 
 #include "ZYLFeatContainer.h"
 #include "ZYLGeoRef.h"

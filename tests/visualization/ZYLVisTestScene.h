@@ -80,17 +80,6 @@ public:
         return object;
     }
 
-    /// Deletes an object the scene made (as its owner would).
-    void Delete(ZYLVisVirtualObject *object)
-    {
-        for (auto it = m_objects.begin(); it != m_objects.end(); ++it) {
-            if (it->get() == object) {
-                m_objects.erase(it);
-                return;
-            }
-        }
-    }
-
 private:
     std::vector<std::unique_ptr<ZYLVisVirtualObject>> m_objects;
 };

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: LicenseRef-ZYL-Proprietary
-// Representations of geometry: which parts of a body are drawn for the visible-geometry
-// flags, with which options, and how finely curves and surfaces are tessellated.
+// Representations of geometry refuse unusable input.
 
 #include "ZYLVisRepFactory.h"
 
@@ -52,13 +51,6 @@ public:
     double m_radius, m_length;
 };
 
-ZYLVisOptions coloured(const QColor &color)
-{
-    ZYLVisOptions options;
-    options.SetColor(color);
-    return options;
-}
-
 // Body: a half cylinder (radius 10, length 40), a quarter arc (radius 10) and two points.
 // The body holds the only references, so it deletes its curve and surface.
 std::unique_ptr<ZYLGeoBody> testBody()
@@ -76,77 +68,8 @@ class tst_ZYLVisRepFactory : public QObject {
     Q_OBJECT
 
 private slots:
-    void drawsSelectedParts_data();
-    void drawsSelectedParts();
-    void tessellationFollowsBodySize();
     void refusesBadInput();
 };
-
-void tst_ZYLVisRepFactory::drawsSelectedParts_data()
-{
-    QTest::addColumn<int>("flags");
-    QTest::addColumn<QStringList>("expected");
-    QTest::newRow("nothing") << 0 << QStringList();
-    QTest::newRow("points") << 1 << QStringList{"points:blue"};
-    QTest::newRow("curves") << 2 << QStringList{"polyline:green"};
-    QTest::newRow("surfaces") << 4 << QStringList{"triangles:red"};
-    QTest::newRow("points and surfaces") << 5 << QStringList{"triangles:red", "points:blue"};
-    QTest::newRow("all") << 7 << QStringList{"triangles:red", "polyline:green", "points:blue"};
-}
-
-void tst_ZYLVisRepFactory::drawsSelectedParts()
-{
-    QFETCH(int, flags);
-    QFETCH(QStringList, expected);
-    const std::unique_ptr<ZYLGeoBody> body = testBody();
-    std::unique_ptr<ZYLVisRep> rep(ZYLVisRepFactory::CreateRep(body.get(), coloured(Qt::blue), coloured(Qt::green),
-                                                               coloured(Qt::red), flags));
-    QVERIFY(rep);
-    QStringList parts;
-    for (const ZYLVisRep::Item &item : rep->GetAllPrimitives()) {
-        const ZYLVisPrimitive::Kind kind = item.primitive->GetKind();
-        const QString name = kind == ZYLVisPrimitive::Kind::Points     ? "points"
-                             : kind == ZYLVisPrimitive::Kind::Polyline ? "polyline"
-                             : kind == ZYLVisPrimitive::Kind::Triangles ? "triangles"
-                                                                        : "segments";
-        const QColor color = item.options->GetColor();
-        parts << name + ":" + (color == QColor(Qt::blue) ? "blue" : color == QColor(Qt::green) ? "green" : "red");
-    }
-    QCOMPARE(parts, expected);
-}
-
-void tst_ZYLVisRepFactory::tessellationFollowsBodySize()
-{
-    const std::unique_ptr<ZYLGeoBody> body = testBody();
-    std::unique_ptr<ZYLVisRep> rep(
-        ZYLVisRepFactory::CreateRep(body.get(), ZYLVisOptions(), ZYLVisOptions(), ZYLVisOptions(), 6));
-    const double tolerance = 1e-3 * body->GetBoundingBox().GetDiagonal().GetLength();
-    const ZYLVisPrimitive *mesh = rep->GetPrimitive(0);
-    const ZYLVisPrimitive *arc = rep->GetPrimitive(1);
-    QCOMPARE(mesh->GetKind(), ZYLVisPrimitive::Kind::Triangles);
-    QCOMPARE(arc->GetKind(), ZYLVisPrimitive::Kind::Polyline);
-
-    // Arc: ends included, every vertex on the circle, every chord within the tolerance.
-    QVERIFY((arc->GetVertex(0) - ZYLMathPoint(10, 0, 0)).GetLength() < 1e-9);
-    QVERIFY((arc->GetVertices().back() - ZYLMathPoint(0, 10, 0)).GetLength() < 1e-9);
-    QCOMPARE_GT(arc->GetNumVertices(), 8);
-    for (int i = 0; i + 1 < arc->GetNumVertices(); ++i) {
-        const ZYLMathPoint mid = ZYLMathPoint::Interpolate(arc->GetVertex(i), arc->GetVertex(i + 1), 0.5);
-        QCOMPARE_LT(std::abs(arc->GetVertex(i).ToVector().GetLength() - 10.0), 1e-9);
-        QCOMPARE_LE(10.0 - mid.ToVector().GetLength(), tolerance * 1.0001);
-    }
-    // Surface: vertices on the cylinder, triangle centres within the tolerance of it.
-    const auto *triangles = static_cast<const ZYLVisTrianglePrimitive *>(mesh);
-    const auto radial = [](const ZYLMathPoint &p) { return std::hypot(p.Y(), p.Z()); };
-    QCOMPARE_GT(triangles->GetNumElements(), 16);
-    for (int i = 0; i < triangles->GetNumElements(); ++i) {
-        const ZYLMathPoint &a = triangles->GetTriangleVertex(i, 0);
-        const ZYLMathPoint centre = a + ((triangles->GetTriangleVertex(i, 1) - a) + (triangles->GetTriangleVertex(i, 2) - a)) / 3.0;
-        QCOMPARE_LT(std::abs(radial(a) - 10.0), 1e-9);
-        QCOMPARE_LE(10.0 - radial(centre), tolerance * 1.0001);
-    }
-    QCOMPARE_LT(std::abs(rep->GetBoundingBox().GetMax().X() - 40.0), 1e-9);
-}
 
 void tst_ZYLVisRepFactory::refusesBadInput()
 {

@@ -21,25 +21,8 @@ void tst_ZYLStudioCommandLine::parses_data() {
     QTest::addColumn<QString>("screenshot");
     QTest::addColumn<QString>("error"); // a word the error text must contain
 
-    QTest::newRow("nothing: the demo") << QStringList{} << Action::Run << QString() << QString() << QString();
-    QTest::newRow("a file") << QStringList{"ply.zyltp.json"} << Action::Run << "ply.zyltp.json" << QString()
-                            << QString();
-    QTest::newRow("screenshot of the demo") << QStringList{"--screenshot", "out.png"} << Action::Run << QString()
-                                            << "out.png" << QString();
-    QTest::newRow("screenshot after the file") << QStringList{"a.zyltp.json", "--screenshot=shots/b.PNG"}
-                                               << Action::Run << "a.zyltp.json" << "shots/b.PNG" << QString();
-    QTest::newRow("view modes in order") << QStringList{"--view", "HideCourse", "--view=ViewSurface", "--view", "HideCourse"}
-                                         << Action::Run << QString() << QString() << QString();
-    QTest::newRow("help") << QStringList{"--help"} << Action::ShowHelp << QString() << QString() << QString();
-    QTest::newRow("version") << QStringList{"--version"} << Action::ShowVersion << QString() << QString()
-                             << QString();
     QTest::newRow("two files") << QStringList{"a.zyltp.json", "b.zyltp.json"} << Action::Error << QString()
                                << QString() << "one";
-    QTest::newRow("unknown option") << QStringList{"--fast"} << Action::Error << QString() << QString() << "fast";
-    QTest::newRow("screenshot without a name") << QStringList{"--screenshot"} << Action::Error << QString()
-                                               << QString() << "screenshot";
-    QTest::newRow("screenshot in no picture format")
-        << QStringList{"--screenshot", "shot.zyltp"} << Action::Error << QString() << QString() << "shot.zyltp";
     QTest::newRow("screenshot into a folder name") << QStringList{"--screenshot", "shots/"} << Action::Error
                                                    << QString() << QString() << "name";
     QTest::newRow("empty file name") << QStringList{""} << Action::Error << QString() << QString() << "empty";

