@@ -146,6 +146,7 @@ case "${1:-}" in
                 exit 2
                 ;;
         esac
+        ;;
     coverage)
         # A debug build of its own with gcc's line counters; the counters start from zero so
         # that the table reflects one full test run.
@@ -163,7 +164,7 @@ case "${1:-}" in
             --json-summary - | coverage_table
         ;;
     *)
-        sed -n '3,13p' "$0" | sed 's/^# \{0,1\}//'
+        sed -n '3,14p' "$0" | sed 's/^# \{0,1\}//'
         exit 2
         ;;
 esac
