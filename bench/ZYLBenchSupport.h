@@ -33,13 +33,14 @@ inline ZYLBenchMemory ZYLBenchReadMemory()
     return memory;
 }
 
-/// The demo program of the million-point workload (500 courses of 2000 points, 16 tows), or
-/// of the courses and points per course given as the two optional arguments; other
+/// The demo program of the million-point workload (by default 500 courses of 2000 points, 16
+/// tows), or of the courses and points per course given as the two optional arguments; other
 /// arguments end the process with the usage line (`ZYLBenchReadArguments`).
-inline ZYLTPDemoGenerator::Parameters ZYLBenchDemoParameters(int argc, char **argv)
+inline ZYLTPDemoGenerator::Parameters ZYLBenchDemoParameters(int argc, char **argv, long courses = 500,
+                                                              long pointsPerCourse = 2000)
 {
-    const std::vector<long> sizes =
-        ZYLBenchReadArguments(argc, argv, {{"COURSES", 500}, {"POINTS_PER_COURSE", 2000, 2}});
+    const std::vector<long> sizes = ZYLBenchReadArguments(
+        argc, argv, {{"COURSES", courses}, {"POINTS_PER_COURSE", pointsPerCourse, 2}});
     ZYLTPDemoGenerator::Parameters parameters;
     parameters.courses = int(sizes[0]);
     parameters.pointsPerCourse = int(sizes[1]);

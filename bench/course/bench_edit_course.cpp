@@ -60,7 +60,7 @@ int main(int argc, char **argv) {
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") && qEnvironmentVariableIsEmpty("DISPLAY"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
-    const ZYLTPDemoGenerator::Parameters parameters = ZYLBenchDemoParameters(app.arguments());
+    const ZYLTPDemoGenerator::Parameters parameters = ZYLBenchDemoParameters(argc, argv);
     ZYLTPPanelTestHost host;
     std::unique_ptr<ZYLStudioMainWindow> window;
     {

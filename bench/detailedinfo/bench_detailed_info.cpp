@@ -61,7 +61,7 @@ void TimeFilter(QWidget *panel, QTableView *view, const char *label, int conditi
 int main(int argc, char *argv[])
 {
     QApplication app(argc, argv);
-    const ZYLTPDemoGenerator::Parameters parameters = ZYLBenchDemoParameters(QApplication::arguments());
+    const ZYLTPDemoGenerator::Parameters parameters = ZYLBenchDemoParameters(argc, argv);
     QTemporaryDir dir;
     const QString fileName = dir.filePath(QStringLiteral("bench.zyltp.json"));
     if (!ZYLTPProgramFile::Save(*ZYLTPDemoGenerator::Create(parameters), fileName).isEmpty())

@@ -89,7 +89,7 @@ struct Inspector {
 
 int main(int argc, char *argv[]) {
     QApplication app(argc, argv);
-    const ZYLTPDemoGenerator::Parameters parameters = ZYLBenchDemoParameters(QCoreApplication::arguments());
+    const ZYLTPDemoGenerator::Parameters parameters = ZYLBenchDemoParameters(argc, argv);
     ZYLTPPanelTestHost host;
     if (!host.Start()) {
         std::printf("cannot start the host: %s\n", qPrintable(host.GetError()));

@@ -62,10 +62,8 @@ int main(int argc, char **argv) {
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
-    QStringList arguments = app.arguments();
-    if (arguments.size() < 3)
-        arguments = {arguments.value(0), QStringLiteral("50"), QStringLiteral("20000")};
-    const ZYLTPDemoGenerator::Parameters parameters = ZYLBenchDemoParameters(arguments);
+    // 50 courses of 20,000 points: a long course in a million-point program.
+    const ZYLTPDemoGenerator::Parameters parameters = ZYLBenchDemoParameters(argc, argv, 50, 20000);
     ZYLTPPanelTestHost host;
     if (!host.Start() || !host.Open(*ZYLTPDemoGenerator::Create(parameters))) {
         std::printf("cannot start: %s\n", qPrintable(host.GetError()));

@@ -76,7 +76,7 @@ int main(int argc, char **argv) {
     ZYLTPPanelTestHost host;
     if (!host.Start(&application))
         return Fail("the host did not start");
-    const ZYLTPDemoGenerator::Parameters parameters = ZYLBenchDemoParameters(application.arguments());
+    const ZYLTPDemoGenerator::Parameters parameters = ZYLBenchDemoParameters(argc, argv);
     std::printf("program: %d courses x %d points\n", parameters.courses, parameters.pointsPerCourse);
     {
         const ZYLGeoRef<ZYLTPProgram> program = ZYLTPDemoGenerator::Create(parameters);

@@ -49,7 +49,7 @@ double BuildReps(const ZYLTPRollLayupProcedure &layup, long long *vertices)
 int main(int argc, char *argv[])
 {
     QCoreApplication app(argc, argv);
-    ZYLTPDemoGenerator::Parameters parameters = ZYLBenchDemoParameters(QCoreApplication::arguments());
+    ZYLTPDemoGenerator::Parameters parameters = ZYLBenchDemoParameters(argc, argv);
     parameters.processFaults = true;
     const ZYLGeoRef<ZYLTPProgram> program = ZYLTPDemoGenerator::Create(parameters);
 

@@ -73,7 +73,7 @@ std::pair<double, double> EditAndWait(ZYLStudioSession &session, ZYLStudioProces
 int main(int argc, char **argv)
 {
     QApplication app(argc, argv);
-    ZYLTPDemoGenerator::Parameters parameters = ZYLBenchDemoParameters(QCoreApplication::arguments());
+    ZYLTPDemoGenerator::Parameters parameters = ZYLBenchDemoParameters(argc, argv);
     parameters.processFaults = true;
     QTemporaryDir dir;
     const QString file = dir.filePath(QStringLiteral("demo.zyltp.json"));
