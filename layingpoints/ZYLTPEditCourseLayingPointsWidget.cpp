@@ -570,7 +570,7 @@ void ZYLTPEditCourseLayingPointsWidget::RemoveEditGraphics() {
 
 // --- Tilt ---------------------------------------------------------------------------------
 
-template<class Edit>
+template<typename Edit>
 void ZYLTPEditCourseLayingPointsWidget::RunEdit(Edit edit) {
     // Edits over several ranges run in a nested transaction, so that a range the model
     // refuses takes the ranges before it back with it.

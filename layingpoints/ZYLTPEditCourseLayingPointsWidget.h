@@ -132,7 +132,7 @@ private:
     void ForBothGraphs(const std::function<void(ZYLTPTiltGraphView *)> &action);
     void UpdateHead();
     void DetectCollisions();
-    template<class Edit>
+    template<typename Edit>
     void RunEdit(Edit edit);
 
     struct Data;

@@ -33,6 +33,7 @@ namespace {
 using Model = ZYLTPDetailedTableModel;
 using Magnitude = ZYLSysValue::Magnitude;
 
+// Texts are marked with the panel's context, where the module's translation finds them.
 QString Tr(const char *text)
 {
     return Model::Translate(text);
@@ -198,7 +199,7 @@ public:
         // kinds are left out.
         if (role != Qt::DisplayRole)
             return {};
-        return Tr("Course ") + QString::number(m_rows[size_t(row)].position + 1);
+        return Tr(QT_TRANSLATE_NOOP("ZYLTPDetailedInfoWidget", "Course ")) + QString::number(m_rows[size_t(row)].position + 1);
     }
     Cell GetCell(int row, int column) const override
     {
@@ -380,7 +381,7 @@ public:
     {
         if (role != Qt::DisplayRole)
             return {};
-        return Tr("%1 %2").arg(Tr("Link")).arg(m_rows[size_t(row)].number);
+        return Tr(QT_TRANSLATE_NOOP("ZYLTPDetailedInfoWidget", "%1 %2")).arg(Tr(QT_TRANSLATE_NOOP("ZYLTPDetailedInfoWidget", "Link"))).arg(m_rows[size_t(row)].number);
     }
     Cell GetCell(int row, int column) const override
     {
@@ -404,13 +405,13 @@ private:
     static Cell ModelCell(const ZYLTPCourseLink *link)
     {
         if (qobject_cast<const ZYLTPProcedureLink *>(link))
-            return Cell::MakeString(Tr("ProcedureLinkModel"));
+            return Cell::MakeString(Tr(QT_TRANSLATE_NOOP("ZYLTPDetailedInfoWidget", "ProcedureLinkModel")));
         if (qobject_cast<const ZYLTPCustomCourseLink *>(link))
-            return Cell::MakeString(Tr("CustomModel"));
+            return Cell::MakeString(Tr(QT_TRANSLATE_NOOP("ZYLTPDetailedInfoWidget", "CustomModel")));
         if (qobject_cast<const ZYLTPSafetyPlaneCourseLink *>(link))
-            return Cell::MakeString(Tr("SafetyPlaneModel"));
+            return Cell::MakeString(Tr(QT_TRANSLATE_NOOP("ZYLTPDetailedInfoWidget", "SafetyPlaneModel")));
         if (qobject_cast<const ZYLTPLinearCourseLink *>(link))
-            return Cell::MakeString(Tr("LinearModel"));
+            return Cell::MakeString(Tr(QT_TRANSLATE_NOOP("ZYLTPDetailedInfoWidget", "LinearModel")));
         return {};
     }
 
@@ -627,7 +628,7 @@ QString ZYLTPDetailedTableModel::GetTowLengthLabel(int tow)
 
 QString ZYLTPDetailedTableModel::GetTowLengthText(int tow)
 {
-    return Tr("%1 %2 %3").arg(Tr("Tow")).arg(tow).arg(Tr("length"));
+    return Tr(QT_TRANSLATE_NOOP("ZYLTPDetailedInfoWidget", "%1 %2 %3")).arg(Tr(QT_TRANSLATE_NOOP("ZYLTPDetailedInfoWidget", "Tow"))).arg(tow).arg(Tr(QT_TRANSLATE_NOOP("ZYLTPDetailedInfoWidget", "length")));
 }
 
 ZYLTPDetailedTableModel::Table ZYLTPDetailedTableModel::GetTable() const
@@ -688,7 +689,7 @@ QVariant ZYLTPDetailedTableModel::headerData(int section, Qt::Orientation orient
         return {};
     if (d->table == Operation) {
         if (role == Qt::DisplayRole)
-            return Tr("Value");
+            return Tr(QT_TRANSLATE_NOOP("ZYLTPDetailedInfoWidget", "Value"));
         return role == LabelRole ? QVariant(QStringLiteral("Value")) : QVariant();
     }
     const QList<Column> &columns = GetColumns(d->table);
