@@ -83,6 +83,9 @@ struct ZYLTPEditLinkingPointsWidget::Data {
     const ZYLTPCourseLink *courseLink = nullptr;
     ZYLTPCustomCourseLink *customLink = nullptr;
     std::map<const ZYLTPOffPartPoint *, Marker> markers;
+    // Markers taken off points that the gizmo stands on, deleted once the selection signal that
+    // retired them has reached every receiver (or with the panel).
+    std::vector<ZYLVisVirtualObject *> retiredMarkers;
     std::unique_ptr<ZYLVisGizmo> gizmo;
     const ZYLTPOffPartPoint *gizmoPoint = nullptr;
     QPointer<ZYLVisEnvironment> environment;
@@ -112,6 +115,7 @@ struct ZYLTPEditLinkingPointsWidget::Data {
     }
     ZYLVisVirtualObject *CreatePointMarker(const ZYLTPOffPartPoint *point) const;
     void RemovePointMarkers();
+    void DropRetiredMarkers();
     void RefreshLinkGraphics();
     void FillPointList();
     void UpdatePointSelectionState();
@@ -134,12 +138,18 @@ ZYLVisVirtualObject *ZYLTPEditLinkingPointsWidget::Data::CreatePointMarker(const
 }
 
 void ZYLTPEditLinkingPointsWidget::Data::RemovePointMarkers() {
-    for (auto &[point, marker] : markers) {
-        if (marker.object && environment)
-            environment->RemoveVirtualObject(marker.object);
-        delete marker.object;
-    }
+    for (auto &[point, marker] : markers)
+        retiredMarkers.push_back(marker.object);
     markers.clear();
+    DropRetiredMarkers();
+}
+
+void ZYLTPEditLinkingPointsWidget::Data::DropRetiredMarkers() {
+    for (ZYLVisVirtualObject *marker : std::exchange(retiredMarkers, {})) {
+        if (marker && environment)
+            environment->RemoveVirtualObject(marker);
+        delete marker;
+    }
 }
 
 void ZYLTPEditLinkingPointsWidget::Data::RefreshLinkGraphics() {
@@ -520,14 +530,9 @@ void ZYLTPEditLinkingPointsWidget::OnVisualizationSelectionChanged(const QSet<ZY
         if (picked.size() == 1) {
             // The gizmo takes the place of the picked marker, once the selection signal has
             // reached every receiver.
-            ZYLVisVirtualObject *marker = std::exchange(d->markers[picked.first()].object, nullptr);
-            if (marker) {
-                QPointer<ZYLVisEnvironment> environment = d->environment;
-                QTimer::singleShot(1, marker, [marker, environment] {
-                    if (environment)
-                        environment->RemoveVirtualObject(marker);
-                    marker->deleteLater();
-                });
+            if (ZYLVisVirtualObject *marker = std::exchange(d->markers[picked.first()].object, nullptr)) {
+                d->retiredMarkers.push_back(marker);
+                QTimer::singleShot(1, this, [this] { d->DropRetiredMarkers(); });
             }
         }
         d->UpdatePointSelectionState();

@@ -59,7 +59,8 @@ ZYLTPDetailedTableCsvWriter::Result ZYLTPDetailedTableCsvWriter::Write(const QSt
         const size_t n = size_t(text.size());
         if (used + n > block.size())
             block.resize(std::max(block.size() * 2, used + n));
-        std::memcpy(block.data() + used, text.data(), n);
+        if (n) // an empty view may carry no buffer at all
+            std::memcpy(block.data() + used, text.data(), n);
         used += n;
     };
     const auto putText = [&put](const QString &text) { put(text.toUtf8()); };
