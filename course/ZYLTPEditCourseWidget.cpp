@@ -241,15 +241,7 @@ struct ZYLTPEditCourseWidget::Data {
     // --- Graphics -------------------------------------------------------------------------
 
     ZYLTPVisualizationOptions DisplayOptions(bool breakRanges) const {
-        ZYLTPVisualizationOptions options = Manager()->GetCurrentOptions();
-        options.SetApproachRetractEnabled(true);
-        options.SetRollInOutEnabled(true);
-        options.SetTowEdgeDisplay(ZYLTPVisualizationOptions::AllTowEdges);
-        options.SetTowHeadProfileDisplay(ZYLTPVisualizationOptions::HeadProfilesAtAddsAndCuts);
-        options.SetShortTowDisplay(ZYLTPVisualizationOptions::AllTowsShortHighlighted);
-        options.SetLayingTrajectoryEnabled(true);
-        options.SetTipPointEnabled(false);
-        options.SetLayingVectorsToDisplay(ZYLTPVisualizationOptions::NoVectors);
+        ZYLTPVisualizationOptions options = ZYLTPEditGraphics::CourseEditOptions(*Manager(), false);
         options.SetLinkingTrajectoriesEnabled(true);
         options.SetLinkingPointsEnabled(false);
         options.SetBreakRangeEnabled(breakRanges);

@@ -60,16 +60,7 @@ void ZYLTPEditCourseLayingPointsCmd::PrepareGraphics() {
         return;
     ZYLEditTPGraphicsMgr *manager = ZYLEditTPGraphicsMgr::GetManager();
     ZYLVisEnvironmentBatchContext batch(environment);
-    ZYLTPVisualizationOptions options = manager->GetCurrentOptions();
-    options.SetApproachRetractEnabled(true);
-    options.SetRollInOutEnabled(true);
-    options.SetTowEdgeDisplay(ZYLTPVisualizationOptions::AllTowEdges);
-    options.SetTowHeadProfileDisplay(ZYLTPVisualizationOptions::HeadProfilesAtAddsAndCuts);
-    options.SetShortTowDisplay(ZYLTPVisualizationOptions::AllTowsShortHighlighted);
-    options.SetLayingTrajectoryEnabled(true);
-    options.SetTipPointEnabled(true);
-    options.SetLayingVectorsToDisplay(ZYLTPVisualizationOptions::NoVectors);
-    manager->UpdateAllGraphics(ZYLEditTPGraphicsMgr::CourseNodes, options);
+    manager->UpdateAllGraphics(ZYLEditTPGraphicsMgr::CourseNodes, ZYLTPEditGraphics::CourseEditOptions(*manager, true));
     const QList<ZYLVisVirtualObject *> courses = manager->GetToolPathVirtualNodes(ZYLEditTPGraphicsMgr::CourseNodes);
     manager->SetVirtualNodesVisibility(true, courses);
     manager->SetVirtualNodesSelectable(true, courses);

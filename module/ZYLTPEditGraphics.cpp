@@ -2,6 +2,7 @@
 #include "ZYLTPEditGraphics.h"
 
 #include "ZYLEditTPGraphicsMgr.h"
+#include "ZYLTPVisualizationOptions.h"
 
 #include "ZYLVisEnvironment.h"
 #include "ZYLVisEnvironmentBatchContext.h"
@@ -25,4 +26,17 @@ void ZYLTPEditGraphics::Rebuild(const std::function<void(ZYLEditTPGraphicsMgr &,
 void ZYLTPEditGraphics::SelectAnyObject(ZYLVisEnvironment &environment, bool multiple) {
     // The environment owns the filter.
     environment.SetSelectionFilter(new ZYLVisFunctionFilter(multiple, [](const ZYLVisObject *) { return true; }));
+}
+
+ZYLTPVisualizationOptions ZYLTPEditGraphics::CourseEditOptions(const ZYLEditTPGraphicsMgr &manager, bool tipPoints) {
+    ZYLTPVisualizationOptions options = manager.GetCurrentOptions();
+    options.SetApproachRetractEnabled(true);
+    options.SetRollInOutEnabled(true);
+    options.SetTowEdgeDisplay(ZYLTPVisualizationOptions::AllTowEdges);
+    options.SetTowHeadProfileDisplay(ZYLTPVisualizationOptions::HeadProfilesAtAddsAndCuts);
+    options.SetShortTowDisplay(ZYLTPVisualizationOptions::AllTowsShortHighlighted);
+    options.SetLayingTrajectoryEnabled(true);
+    options.SetTipPointEnabled(tipPoints);
+    options.SetLayingVectorsToDisplay(ZYLTPVisualizationOptions::NoVectors);
+    return options;
 }

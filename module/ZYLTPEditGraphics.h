@@ -4,6 +4,7 @@
 #include <functional>
 
 class ZYLEditTPGraphicsMgr;
+class ZYLTPVisualizationOptions;
 class ZYLVisEnvironment;
 
 /// What the module's commands and panels share about the 3-D view of the edit environment.
@@ -21,4 +22,8 @@ public:
     /// Installs on `environment` a selection filter that accepts every object; with `multiple`
     /// a click adds the picked object to the selection, without it the pick replaces it.
     static void SelectAnyObject(ZYLVisEnvironment &environment, bool multiple);
+    /// Returns the manager's current options set to show courses as the course editors do:
+    /// approach, retract, roll-in and roll-out, tow edges, head profiles at adds and cuts,
+    /// short tows highlighted and the laying trajectory, no vectors, tip points as asked.
+    static ZYLTPVisualizationOptions CourseEditOptions(const ZYLEditTPGraphicsMgr &manager, bool tipPoints);
 };
