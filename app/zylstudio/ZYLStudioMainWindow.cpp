@@ -13,6 +13,7 @@
 #include "ZYLStudioToolBars.h"
 #include "ZYLStudioUnitsDialog.h"
 #include "ZYLStudioViewer.h"
+#include "ZYLStudioWheelGuard.h"
 
 #include "ZYLTPCourse.h"
 #include "ZYLTPCoursePoints.h"
@@ -143,6 +144,8 @@ ZYLStudioMainWindow::ZYLStudioMainWindow(ZYLStudioSession *session, QWidget *par
     d->recentFiles = new ZYLStudioRecentFiles(this);
     setObjectName(QStringLiteral("ZYLStudioMainWindow"));
     setAcceptDrops(true);
+    // Scrolling a panel must not turn the field that passes under the mouse.
+    qApp->installEventFilter(new ZYLStudioWheelGuard(this));
 
     d->viewer = new ZYLStudioViewer(this);
     d->viewer->setObjectName(QStringLiteral("viewer"));

@@ -46,6 +46,9 @@ class ZYLMathPoint;
 /// model point under the mouse in the user's display length unit (`GetMousePointText()`),
 /// shown again in the new unit when the user changes it.
 ///
+/// Fields: while the window lives, the wheel over a spin box or combo box without the focus
+/// scrolls the panel instead of changing the value (`ZYLStudioWheelGuard`).
+///
 /// Title: "<file name or 'Demo ply'>[*] — zylstudio", with the modified marker following the
 /// session's `ModifiedChanged`; just "zylstudio" while no program is open.
 ///
