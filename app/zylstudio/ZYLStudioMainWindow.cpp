@@ -9,6 +9,7 @@
 
 #include "ZYLStudioCamera.h"
 #include "ZYLStudioCommandPanel.h"
+#include "ZYLStudioHelpBrowser.h"
 #include "ZYLStudioSession.h"
 #include "ZYLStudioToolBars.h"
 #include "ZYLStudioUnitsDialog.h"
@@ -21,6 +22,9 @@
 #include "ZYLTPProgram.h"
 #include "ZYLTPRollLayupProcedure.h"
 
+#include "ZYLCmdCommand.h"
+#include "ZYLCmdController.h"
+#include "ZYLCmdDialogHandler.h"
 #include "ZYLFeatContainer.h"
 #include "ZYLMathPoint.h"
 #include "ZYLVisEnvironment.h"
@@ -123,7 +127,9 @@ struct ZYLStudioMainWindow::Data {
     QAction *perspectiveAction = nullptr;
     QAction *orthographicAction = nullptr;
     QAction *unitsAction = nullptr;
+    QAction *userGuideAction = nullptr;
     QAction *aboutAction = nullptr;
+    ZYLStudioHelpBrowser *helpBrowser = nullptr;
     QMenu *recentMenu = nullptr;
     QMenu *viewMenu = nullptr;
 
@@ -218,6 +224,7 @@ void ZYLStudioMainWindow::CreateActions() {
 
     d->unitsAction = make("actionUnits", tr("&Units…"));
     d->unitsAction->setStatusTip(tr("Chooses the units values are shown in"));
+    d->userGuideAction = make("actionUserGuide", tr("&User Guide"), QKeySequence::HelpContents);
     d->aboutAction = make("actionAbout", tr("&About zylstudio"));
     d->aboutAction->setMenuRole(QAction::AboutRole);
 }
@@ -258,6 +265,7 @@ void ZYLStudioMainWindow::CreateMenus() {
 
     QMenu *help = menuBar()->addMenu(tr("&Help"));
     help->setObjectName(QStringLiteral("menuHelp"));
+    help->addAction(d->userGuideAction);
     help->addAction(d->aboutAction);
 }
 
@@ -276,6 +284,10 @@ void ZYLStudioMainWindow::setupConnections() {
             [this] { d->viewer->SetProjection(ZYLStudioViewer::Projection::Orthographic); });
     connect(d->unitsAction, &QAction::triggered, this, &ZYLStudioMainWindow::OnUnitsActionTriggered);
     connect(d->aboutAction, &QAction::triggered, this, &ZYLStudioMainWindow::OnAboutActionTriggered);
+    connect(d->userGuideAction, &QAction::triggered, this,
+            [this] { ShowHelp(QString()); });
+    connect(ZYLCmdController::GetController()->GetDialogHandler(), &ZYLCmdDialogHandler::HelpRequested, this,
+            [this](ZYLCmdCommand *command) { ShowHelp(ZYLStudioHelpBrowser::GetCommandSection(command->metaObject()->className())); });
 
     connect(d->recentMenu, &QMenu::aboutToShow, this, &ZYLStudioMainWindow::UpdateRecentMenu);
     connect(d->recentFiles, &ZYLStudioRecentFiles::Changed, this, &ZYLStudioMainWindow::UpdateRecentMenu);
@@ -675,6 +687,13 @@ void ZYLStudioMainWindow::StepHistory(bool undo) {
 void ZYLStudioMainWindow::OnUnitsActionTriggered() {
     ZYLStudioUnitsDialog dialog(this);
     dialog.exec();
+}
+
+void ZYLStudioMainWindow::ShowHelp(const QString &heading)
+{
+    if (!d->helpBrowser)
+        d->helpBrowser = new ZYLStudioHelpBrowser(this);
+    d->helpBrowser->ShowSection(heading);
 }
 
 void ZYLStudioMainWindow::OnAboutActionTriggered() {

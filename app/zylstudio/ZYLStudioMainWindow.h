@@ -31,8 +31,10 @@ class ZYLMathPoint;
 ///    projection (`actionPerspective`, `actionOrthographic`), then the view modes and toggles
 ///    of the tool bars.
 ///  - Tools: Units… (`actionUnits`), Process Rules… (`actionProcessRules`,
-///    `ZYLStudioProcessRulesDialog`; disabled while a command runs). Help: About
-///    (`actionAbout`) with the version.
+///    `ZYLStudioProcessRulesDialog`; disabled while a command runs). Help: User Guide
+///    (`actionUserGuide`, F1: `ZYLStudioHelpBrowser` from the top) and About (`actionAbout`)
+///    with the version. The Help button of a command's panel opens the guide at the section
+///    on that command.
 ///
 /// Process checks (`ZYLStudioProcessChecks`, `GetProcessChecks()`): the program is checked
 /// in the background after every edit; the "Process Checks" dock (`processDock`,
@@ -146,6 +148,8 @@ private:
     void StepHistory(bool undo);
     void OnUnitsActionTriggered();
     void OnAboutActionTriggered();
+    // Shows the guide at `heading` (ZYLStudioHelpBrowser), made on first use.
+    void ShowHelp(const QString &heading);
 
     // Returns true when no command runs any more (the user may decline to cancel it).
     bool FinishRunningCommand();

@@ -78,7 +78,10 @@ QWidget *ZYLCmdDialogHandler::GetWidget() {
     d->buttons = new QDialogButtonBox(frame);
     layout->addWidget(d->buttons);
     connect(d->buttons, &QDialogButtonBox::clicked, this, [this, box = d->buttons](QAbstractButton *button) {
-        d->controller->ClickRunning(box->standardButton(button));
+        const QDialogButtonBox::StandardButton standard = box->standardButton(button);
+        d->controller->ClickRunning(standard);
+        if (standard == QDialogButtonBox::Help && GetFramedCommand())
+            emit HelpRequested(GetFramedCommand());
     });
     d->frame = frame;
     // The frame must go while the application still exists; post routines run first thing

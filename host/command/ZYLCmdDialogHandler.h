@@ -52,6 +52,9 @@ signals:
     void PanelShown(ZYLCmdCommand *command);
     /// The frame was hidden at the end of `command`'s run.
     void PanelHidden(ZYLCmdCommand *command);
+    /// The Help button of `command`'s frame was pressed (after the command's `Click`): the
+    /// host shows its help on the command.
+    void HelpRequested(ZYLCmdCommand *command);
     /// A command failed with an exception; `title` is its label, `message` the exception's.
     void ErrorReported(const QString &title, const QString &message);
 

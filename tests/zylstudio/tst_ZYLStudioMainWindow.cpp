@@ -2,6 +2,7 @@
 // The studio's main window on a real session with the module loaded, drawn with OpenGL under
 // Xvfb: a mouse click that selects a course, the mouse point in the length unit, undo and redo
 // with the title's marker, recent files, and questions before losing edits.
+#include "ZYLStudioHelpBrowser.h"
 #include "ZYLStudioMainWindow.h"
 #include "ZYLStudioRecentFiles.h"
 
@@ -17,12 +18,15 @@
 
 #include "ZYLCmdAction.h"
 #include "ZYLCmdController.h"
+#include "ZYLCmdDialogHandler.h"
 #include "ZYLFeatContainer.h"
 #include "ZYLSysUnits.h"
 #include "ZYLVisEnvironment.h"
 #include "ZYLVisVirtualObject.h"
 
 #include <QAbstractButton>
+#include <QDialogButtonBox>
+#include <QPushButton>
 #include <QFile>
 #include <QLabel>
 #include <QMenu>
@@ -101,6 +105,8 @@ private slots:
     void goneRecentFileIsRemovedWithAMessage();
     void unsavedEditsAreAskedAbout_data();
     void unsavedEditsAreAskedAbout();
+    void helpOpensTheGuideAtTheCommand_data();
+    void helpOpensTheGuideAtTheCommand();
 
 private:
     ZYLEditTPGraphicsMgr *Manager() const;
@@ -335,3 +341,33 @@ void tst_ZYLStudioMainWindow::unsavedEditsAreAskedAbout() {
 
 QTEST_MAIN(tst_ZYLStudioMainWindow)
 #include "tst_ZYLStudioMainWindow.moc"
+
+void tst_ZYLStudioMainWindow::helpOpensTheGuideAtTheCommand_data() {
+    QTest::addColumn<QByteArray>("command");
+    QTest::addColumn<QString>("section");
+    QTest::newRow("user guide") << QByteArray() << QString();
+    QTest::newRow("contextual view") << QByteArrayLiteral("ZYLTPContextualViewCmd.View") << QStringLiteral("Contextual view");
+    QTest::newRow("detailed info") << QByteArrayLiteral("ZYLTPDetailedInfoCmd.View") << QStringLiteral("Detailed info");
+}
+
+void tst_ZYLStudioMainWindow::helpOpensTheGuideAtTheCommand() {
+    QFETCH(QByteArray, command);
+    QFETCH(QString, section);
+    if (command.isEmpty()) {
+        Action("actionUserGuide")->trigger();
+    } else {
+        ZYLCmdController *controller = ZYLCmdController::GetController();
+        QVERIFY(controller->Trigger(command));
+        auto *buttons = controller->GetDialogHandler()->GetWidget()->findChild<QDialogButtonBox *>();
+        QVERIFY(buttons && buttons->button(QDialogButtonBox::Help));
+        buttons->button(QDialogButtonBox::Help)->click();
+        // Help leaves the command running.
+        QVERIFY(controller->GetCurrentCommand());
+        buttons->button(QDialogButtonBox::Close)->click();
+        QTRY_VERIFY(!controller->GetCurrentCommand());
+    }
+    auto *help = m_window->findChild<ZYLStudioHelpBrowser *>();
+    QVERIFY(help && help->isVisible());
+    QCOMPARE(help->GetShownSection(), section);
+    help->close();
+}
