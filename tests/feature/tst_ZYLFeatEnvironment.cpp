@@ -74,6 +74,9 @@ void tst_ZYLFeatEnvironment::providerDrawsGeometryFeatures_data()
     QTest::addColumn<bool>("withEnvironment");
     QTest::addColumn<int>("visible");
     QTest::newRow("environment: all") << true << int(ZYLVisRepFactory::VisibleAll);
+    QTest::newRow("environment: surfaces") << true << int(ZYLVisRepFactory::VisibleSurfaces);
+    // Without an environment the provider draws with the defaults: curves and surfaces.
+    QTest::newRow("no environment") << false << int(ZYLVisRepFactory::VisibleCurves | ZYLVisRepFactory::VisibleSurfaces);
 }
 
 // One representation per geometry feature with a body, built as the factory builds it
@@ -174,6 +177,8 @@ void tst_ZYLFeatEnvironment::contextDrawsOnceAtEnd_data()
     QTest::addColumn<int>("redraws");
     QTest::addColumn<int>("drawnAtEnd");
     QTest::newRow("update at end, flagged") << int(ZYLFeatTransactionContext::UpdateDisplayAtEnd) << true << 1 << 3;
+    // Rolled back: drawn once, without the features.
+    QTest::newRow("update at end, unflagged") << int(ZYLFeatTransactionContext::UpdateDisplayAtEnd) << false << 1 << 0;
 }
 
 void tst_ZYLFeatEnvironment::contextDrawsOnceAtEnd()

@@ -340,6 +340,10 @@ void tst_ZYLEditTPGraphicsMgr::viewSettingsShowToolsAndSurfaces_data() {
     QTest::addColumn<bool>("head");
     QTest::addColumn<bool>("roller");
     QTest::newRow("everything") << true << true << true << true;
+    QTest::newRow("nothing") << false << false << false << false;
+    // Mixed rows catch one setting wired to another's node.
+    QTest::newRow("surface and head") << true << false << true << false;
+    QTest::newRow("ply boundary and roller") << false << true << false << true;
 }
 
 void tst_ZYLEditTPGraphicsMgr::viewSettingsShowToolsAndSurfaces() {

@@ -59,7 +59,10 @@ void tst_ZYLTPLinkReview::pointsDetail_data()
     QTest::addColumn<int>("which"); // 0 approach link, 1 linear, 2 safety plane
     QTest::addColumn<int>("detail");
     QTest::addColumn<int>("points");
+    // Segments + 3 points: 1, 4 or 16 segments.
     QTest::newRow("approach, coarse") << 0 << 0 << 4;
+    QTest::newRow("linear, fine") << 1 << 2 << 19;
+    QTest::newRow("safety plane, coarse") << 2 << 0 << 4;
 }
 
 void tst_ZYLTPLinkReview::pointsDetail()
@@ -92,6 +95,8 @@ void tst_ZYLTPLinkReview::rapidDistance_data()
     QTest::addColumn<double>("value");
     QTest::addColumn<bool>("accepted");
     QTest::newRow("positive") << 75.0 << true;
+    QTest::newRow("zero") << 0.0 << true;
+    QTest::newRow("negative") << -5.0 << false;
 }
 
 void tst_ZYLTPLinkReview::rapidDistance()

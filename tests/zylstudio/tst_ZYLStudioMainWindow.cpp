@@ -315,6 +315,7 @@ void tst_ZYLStudioMainWindow::unsavedEditsAreAskedAbout_data() {
     QTest::addColumn<int>("answer");
     QTest::addColumn<bool>("closed");
     QTest::newRow("discard closes it") << int(QMessageBox::Discard) << true;
+    QTest::newRow("cancel keeps it") << int(QMessageBox::Cancel) << false;
 }
 
 void tst_ZYLStudioMainWindow::unsavedEditsAreAskedAbout() {

@@ -60,6 +60,7 @@ void tst_zylstudio::initTestCase() {
 void tst_zylstudio::screenshotOfAFileThatCannotBeOpened_data() {
     QTest::addColumn<QByteArray>("content");
     QTest::newRow("damaged") << QByteArray(R"({"format": "zyltp-program", "version": 1, "procedures": [)");
+    QTest::newRow("missing") << QByteArray();
 }
 
 void tst_zylstudio::screenshotOfAFileThatCannotBeOpened() {
