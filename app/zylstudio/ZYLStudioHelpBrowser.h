@@ -7,7 +7,7 @@
 
 /// The studio's guide (the project's README with its pictures, built into the program) in a
 /// window of its own beside the main window, opened at a section: Help > User Guide opens it
-/// at the tour, the Help button of a command's panel at the section on that command.
+/// at the top, the Help button of a command's panel at the section on that command.
 class ZYLStudioHelpBrowser : public QDialog {
     Q_OBJECT
 public:
