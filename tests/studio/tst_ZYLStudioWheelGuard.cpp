@@ -44,7 +44,7 @@ void tst_ZYLStudioWheelGuard::wheel()
     box->addItems({QStringLiteral("a"), QStringLiteral("b")});
     QWidget *field = combo ? static_cast<QWidget *>(box) : spin;
     auto *other = new QLineEdit;
-    for (QWidget *widget : {field, static_cast<QWidget *>(other)})
+    for (QWidget *widget : {static_cast<QWidget *>(spin), static_cast<QWidget *>(box), static_cast<QWidget *>(other)})
         layout->addWidget(widget);
     layout->addSpacing(2000);
     area.setWidget(content);
