@@ -184,7 +184,10 @@ void ZYLStudioSession::StartHost() {
     // it has to exist before then.
     ZYLCmdController::GetController();
     d->container = std::make_unique<ZYLFeatContainer>();
-    connect(d->container.get(), &ZYLFeatContainer::HistoryChanged, this, &ZYLStudioSession::UpdateModified);
+    connect(d->container.get(), &ZYLFeatContainer::HistoryChanged, this, [this] {
+        UpdateModified();
+        emit HistoryChanged();
+    });
     d->environment = std::make_unique<ZYLFeatEnvironment>(d->container.get());
     ZYLFeatEnvironmentManager::GetManager()->SetCurrentEnvironment(d->environment.get());
 }

@@ -177,6 +177,8 @@ signals:
     /// Another program was opened, or the program closed.
     void ProgramChanged();
     void ModifiedChanged(bool modified);
+    /// The container's history moved: a commit, an undo or a redo (after `ModifiedChanged`).
+    void HistoryChanged();
 
 private:
     void SetProgram(ZYLGeoRef<ZYLTPProgram> program, const QString &fileName);

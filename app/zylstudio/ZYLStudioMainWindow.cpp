@@ -112,7 +112,6 @@ struct ZYLStudioMainWindow::Data {
     ZYLStudioToolBars *toolBars = nullptr;
     ZYLStudioCommandPanel *commandPanel = nullptr;
     ZYLStudioRecentFiles *recentFiles = nullptr;
-    QPointer<ZYLFeatContainer> container;
     bool messageBoxes = true;
 
     QAction *openAction = nullptr;
@@ -293,6 +292,11 @@ void ZYLStudioMainWindow::setupConnections() {
     connect(d->recentFiles, &ZYLStudioRecentFiles::Changed, this, &ZYLStudioMainWindow::UpdateRecentMenu);
 
     connect(d->session, &ZYLStudioSession::ProgramChanged, this, &ZYLStudioMainWindow::OnProgramChanged);
+    // Every commit, undo and redo moves the history; the summary counts may change with it.
+    connect(d->session, &ZYLStudioSession::HistoryChanged, this, [this] {
+        UpdateActions();
+        UpdateSummary();
+    });
     connect(d->session, &ZYLStudioSession::ModifiedChanged, this, &ZYLStudioMainWindow::UpdateTitle);
     connect(d->commandPanel, &ZYLStudioCommandPanel::CommandRunningChanged, this,
             &ZYLStudioMainWindow::UpdateActions);
@@ -402,7 +406,6 @@ QString ZYLStudioMainWindow::GetVersion() {
 // Following the session
 
 void ZYLStudioMainWindow::OnProgramChanged() {
-    ConnectContainer();
     ZYLVisEnvironment *scene = d->session->GetEditEnvironment();
     d->viewer->SetEnvironment(scene);
     if (scene)
@@ -413,22 +416,6 @@ void ZYLStudioMainWindow::OnProgramChanged() {
     UpdateTitle();
     UpdateSummary();
     UpdateActions();
-}
-
-void ZYLStudioMainWindow::ConnectContainer() {
-    ZYLFeatContainer *container = d->session->GetContainer();
-    if (container == d->container)
-        return;
-    if (d->container)
-        disconnect(d->container, nullptr, this, nullptr);
-    d->container = container;
-    if (!container)
-        return;
-    // Every commit, undo and redo changes the history; the summary counts may change with it.
-    connect(container, &ZYLFeatContainer::HistoryChanged, this, [this] {
-        UpdateActions();
-        UpdateSummary();
-    });
 }
 
 void ZYLStudioMainWindow::UpdateTitle() {
@@ -446,7 +433,7 @@ void ZYLStudioMainWindow::UpdateTitle() {
 void ZYLStudioMainWindow::UpdateActions() {
     const bool running = IsCommandRunning();
     const bool program = d->session->GetProgram() != nullptr;
-    ZYLFeatContainer *container = d->container;
+    ZYLFeatContainer *container = d->session->GetContainer();
     // While a command runs its transaction is open: the history cannot move, and a file
     // operation would save or drop edits the user has not accepted yet.
     const bool canUndo = !running && container && container->CanUndo() && !container->HasOpenTransaction();
@@ -677,9 +664,10 @@ bool ZYLStudioMainWindow::CloseProgram() {
 // Edit, tools, help
 
 void ZYLStudioMainWindow::StepHistory(bool undo) {
-    if (!d->container || IsCommandRunning())
+    ZYLFeatContainer *container = d->session->GetContainer();
+    if (!container || IsCommandRunning())
         return;
-    const QString error = Guarded([this, undo] { undo ? d->container->Undo() : d->container->Redo(); });
+    const QString error = Guarded([container, undo] { undo ? container->Undo() : container->Redo(); });
     if (!error.isEmpty())
         ReportError(undo ? tr("Undo") : tr("Redo"), error);
 }

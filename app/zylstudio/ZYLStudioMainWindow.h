@@ -134,7 +134,6 @@ private:
 
     // Reacts to the session.
     void OnProgramChanged();
-    void ConnectContainer();
     void UpdateTitle();
     void UpdateActions();
     void UpdateSummary();

@@ -8,7 +8,6 @@
 #include "ZYLTPProcessColoring.h"
 #include "ZYLTPProgram.h"
 
-#include "ZYLFeatContainer.h"
 #include "ZYLVisEnvironment.h"
 #include "ZYLVisEnvironmentBatchContext.h"
 #include "ZYLVisVirtualObject.h"
@@ -44,7 +43,6 @@ const QString ColoringKey = QStringLiteral("colorBySteeringRadius");
 
 struct ZYLStudioProcessChecks::Data {
     ZYLStudioSession *session = nullptr;
-    QPointer<ZYLFeatContainer> container;
     QTimer scheduleTimer;
     std::shared_ptr<const ZYLTPProcessCheck> check;
     // The running worker and its stop flag; `run` numbers the runs so that the outcome of a
@@ -63,11 +61,8 @@ ZYLStudioProcessChecks::ZYLStudioProcessChecks(ZYLStudioSession *session, QObjec
     d->scheduleTimer.setSingleShot(true);
     d->scheduleTimer.setInterval(ScheduleDelayMs);
     connect(&d->scheduleTimer, &QTimer::timeout, this, &ZYLStudioProcessChecks::Start);
-    connect(session, &ZYLStudioSession::ProgramChanged, this, [this] {
-        ConnectContainer();
-        Schedule();
-    });
-    ConnectContainer();
+    connect(session, &ZYLStudioSession::ProgramChanged, this, &ZYLStudioProcessChecks::Schedule);
+    connect(session, &ZYLStudioSession::HistoryChanged, this, &ZYLStudioProcessChecks::Schedule);
     Schedule();
 }
 
@@ -78,18 +73,6 @@ ZYLStudioProcessChecks::~ZYLStudioProcessChecks()
     Cancel();
     if (d->coloring)
         ZYLTPProcessColoring::SetCheck(nullptr);
-}
-
-void ZYLStudioProcessChecks::ConnectContainer()
-{
-    ZYLFeatContainer *container = d->session->GetContainer();
-    if (container == d->container)
-        return;
-    if (d->container)
-        disconnect(d->container, nullptr, this, nullptr);
-    d->container = container;
-    if (container)
-        connect(container, &ZYLFeatContainer::HistoryChanged, this, &ZYLStudioProcessChecks::Schedule);
 }
 
 std::shared_ptr<const ZYLTPProcessCheck> ZYLStudioProcessChecks::GetCheck() const

@@ -56,7 +56,6 @@ signals:
 private:
     void Start();
     void Finish(quint64 run, std::shared_ptr<const ZYLTPProcessCheck> check);
-    void ConnectContainer();
     void PublishColoring();
 
     struct Data;
